@@ -1,0 +1,37 @@
+enable_testing()
+find_package(GTest REQUIRED)
+include(GoogleTest)
+
+# Tests are many and their macros large: what is under test is optimised, they themselves hardly.
+add_library(qxcms_test_flags INTERFACE)
+target_link_libraries(qxcms_test_flags INTERFACE qxcms_flags)
+target_compile_options(qxcms_test_flags INTERFACE $<$<NOT:$<CONFIG:Debug>>:-O1>)
+
+# The suites of the library; every test reaches inside through the object libraries.
+file(GLOB qxcmsTestSources CONFIGURE_DEPENDS
+    ${PROJECT_SOURCE_DIR}/tests/base/*.cpp
+    ${PROJECT_SOURCE_DIR}/tests/platform/*.cpp
+    ${PROJECT_SOURCE_DIR}/tests/spectral/*.cpp
+    ${PROJECT_SOURCE_DIR}/tests/colorspace/*.cpp
+    ${PROJECT_SOURCE_DIR}/tests/measurement/*.cpp
+    ${PROJECT_SOURCE_DIR}/tests/cgats/*.cpp
+    ${PROJECT_SOURCE_DIR}/tests/chain/*.cpp
+    ${PROJECT_SOURCE_DIR}/tests/house/*.cpp
+    ${PROJECT_SOURCE_DIR}/tests/data/*.cpp
+    ${PROJECT_SOURCE_DIR}/tests/support/*.cpp)
+add_executable(qxcms_tests ${qxcmsTestSources})
+target_link_libraries(qxcms_tests PRIVATE
+    qxcms_platform qxcms_base qxcms_test_flags GTest::gmock GTest::gtest ${CMAKE_DL_LIBS})
+target_compile_definitions(qxcms_tests PRIVATE
+    QXCMS_SOURCE_DIR="${PROJECT_SOURCE_DIR}" QXCMS_BINARY_DIR="${PROJECT_BINARY_DIR}")
+add_dependencies(qxcms_tests qxcms_data)
+gtest_discover_tests(qxcms_tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+
+foreach(suite headers)
+    if(suite STREQUAL "cli" AND NOT QXCMS_BUILD_COMMAND)
+        continue()
+    endif()
+    if(EXISTS ${PROJECT_SOURCE_DIR}/tests/${suite}/CMakeLists.txt)
+        add_subdirectory(tests/${suite})
+    endif()
+endforeach()
