@@ -33,4 +33,36 @@ qxcms_library_properties(qxcms_base)
 target_include_directories(qxcms_base PUBLIC ${PROJECT_SOURCE_DIR})
 target_link_libraries(qxcms_base PRIVATE qxcms_library_flags)
 
-add_custom_target(qxcms_data)
+# The kernel as objects: the library is made of them, and tests see everything inside.
+add_library(qxcms_objects OBJECT
+    spectral/astm_tables.cpp
+    spectral/color_temperature.cpp
+    spectral/density_filter_tables.cpp
+    spectral/illuminant_file.cpp
+    spectral/isotemperature_lines.cpp
+    spectral/observer_tables.cpp
+    spectral/spectral_density.cpp
+    spectral/spectrum_encoding.cpp
+    spectral/tilluminant.cpp
+    spectral/tilluminantandobserver.cpp
+    spectral/tilluminantfactoryholder.cpp
+    spectral/tmeasgeom.cpp
+    spectral/tobserver.cpp
+    spectral/tspectrum.cpp)
+qxcms_library_properties(qxcms_objects)
+target_include_directories(qxcms_objects PUBLIC ${PROJECT_SOURCE_DIR})
+target_link_libraries(qxcms_objects PUBLIC ${qxcmsPlatform} PRIVATE qxcms_library_flags)
+
+add_library(qxcms $<TARGET_OBJECTS:qxcms_objects> $<TARGET_OBJECTS:qxcms_base>)
+qxcms_library_properties(qxcms)
+set_target_properties(qxcms PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION 0)
+target_include_directories(qxcms PUBLIC ${qxcmsIncludes})
+target_compile_features(qxcms PUBLIC cxx_std_17)
+target_link_libraries(qxcms PUBLIC ${qxcmsPlatform} PRIVATE $<BUILD_INTERFACE:qxcms_library_flags>)
+add_library(qxcms::qxcms ALIAS qxcms)
+
+# The data stand beside the libraries as they do once installed.
+add_custom_target(qxcms_data ALL
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_BINARY_DIR}/share/qxcms
+    COMMAND ${CMAKE_COMMAND} -E copy_directory ${PROJECT_SOURCE_DIR}/data/r ${CMAKE_BINARY_DIR}/share/qxcms/r
+    COMMENT "Putting the data beside the libraries" VERBATIM)

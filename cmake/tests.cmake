@@ -21,7 +21,7 @@ file(GLOB qxcmsTestSources CONFIGURE_DEPENDS
     ${PROJECT_SOURCE_DIR}/tests/support/*.cpp)
 add_executable(qxcms_tests ${qxcmsTestSources})
 target_link_libraries(qxcms_tests PRIVATE
-    qxcms_platform qxcms_base qxcms_test_flags GTest::gmock GTest::gtest ${CMAKE_DL_LIBS})
+    qxcms_objects qxcms_base qxcms_test_flags GTest::gmock GTest::gtest ${CMAKE_DL_LIBS})
 target_compile_definitions(qxcms_tests PRIVATE
     QXCMS_SOURCE_DIR="${PROJECT_SOURCE_DIR}" QXCMS_BINARY_DIR="${PROJECT_BINARY_DIR}")
 add_dependencies(qxcms_tests qxcms_data)
