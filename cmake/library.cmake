@@ -48,7 +48,10 @@ add_library(qxcms_objects OBJECT
     spectral/tilluminantfactoryholder.cpp
     spectral/tmeasgeom.cpp
     spectral/tobserver.cpp
-    spectral/tspectrum.cpp)
+    spectral/tspectrum.cpp
+    colorspace/color_difference.cpp
+    colorspace/tcolorspacerepresentation.cpp
+    colorspace/tlabspace.cpp)
 qxcms_library_properties(qxcms_objects)
 target_include_directories(qxcms_objects PUBLIC ${PROJECT_SOURCE_DIR})
 target_link_libraries(qxcms_objects PUBLIC ${qxcmsPlatform} PRIVATE qxcms_library_flags)

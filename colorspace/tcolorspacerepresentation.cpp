@@ -1,0 +1,3 @@
+#include "colorspace/tcolorspacerepresentation.h"
+
+TColorSpaceRepresentation::~TColorSpaceRepresentation() = default;
