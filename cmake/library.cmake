@@ -51,7 +51,10 @@ add_library(qxcms_objects OBJECT
     spectral/tspectrum.cpp
     colorspace/color_difference.cpp
     colorspace/tcolorspacerepresentation.cpp
-    colorspace/tlabspace.cpp)
+    colorspace/tlabspace.cpp
+    measurement/colorimetric_measurements.cpp
+    measurement/spectral_measurements.cpp
+    measurement/tonemeasurement.cpp)
 qxcms_library_properties(qxcms_objects)
 target_include_directories(qxcms_objects PUBLIC ${PROJECT_SOURCE_DIR})
 target_link_libraries(qxcms_objects PUBLIC ${qxcmsPlatform} PRIVATE qxcms_library_flags)
