@@ -54,7 +54,20 @@ add_library(qxcms_objects OBJECT
     colorspace/tlabspace.cpp
     measurement/colorimetric_measurements.cpp
     measurement/spectral_measurements.cpp
-    measurement/tonemeasurement.cpp)
+    measurement/tonemeasurement.cpp
+    cgats/cgats_diagnostics.cpp
+    cgats/cgats_input.cpp
+    cgats/cgats_measurement.cpp
+    cgats/cgats_queries.cpp
+    cgats/cgats_reader.cpp
+    cgats/cgats_vocabulary.cpp
+    cgats/field_classification.cpp
+    cgats/tcgats.cpp
+    cgats/tcgatsfield.cpp
+    cgats/tcgatstable.cpp
+    cgats/tcgatstableheader.cpp
+    cgats/tcgatstag.cpp
+    cgats/tcgatsvaluelist.cpp)
 qxcms_library_properties(qxcms_objects)
 target_include_directories(qxcms_objects PUBLIC ${PROJECT_SOURCE_DIR})
 target_link_libraries(qxcms_objects PUBLIC ${qxcmsPlatform} PRIVATE qxcms_library_flags)

@@ -1,0 +1,5 @@
+#include "cgats/cgats_diagnostics.h"
+
+TCgatsDiagnosticSink::~TCgatsDiagnosticSink() = default;
+
+void TCgatsDiagnosticSink::Doubted(const TCgatsDoubtfulValue&) {}

@@ -1,0 +1,260 @@
+/// @file
+/// The CGATS.17 document.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "base/export.h"
+#include "cgats/cgats_diagnostics.h"
+#include "cgats/tcgatstable.h"
+#include "cgats/tcgatstableheader.h"
+#include "cgats/tcgatstag.h"
+#include "measurement/tonemeasurement.h"
+
+namespace qxcms::detail {
+class CgatsReader;
+}
+
+/// One CGATS.17 exchange file in memory: header lines (tags) in file order, raw comment blocks, declared
+/// custom field names, and data tables.
+///
+/// Nothing throws; operations return codes. The error state holds the last recorded code and its message:
+/// -1 a token too long (no message), 0 none, 1 to 24 as GetErrorMessage tells (23 and 24 have no text).
+/// Strings handed out as pointers belong to the document. Table, sample and field indices count from 0.
+class QXCMS_API TCgats {
+public:
+    static constexpr int kMaxTags = 128;
+    static constexpr int kMaxCommentBlocks = 128;
+    /// The longest keyword, value and comment of a header line, and the longest sample value.
+    static constexpr int kMaxKeyword = 256;
+    static constexpr int kMaxValue = 4096;
+    static constexpr int kMaxComment = 512;
+    static constexpr int kMaxSampleValue = 127;
+
+    /// An empty document.
+    TCgats();
+    /// Reads a file; a failure is recorded (2 for a null or empty name).
+    explicit TCgats(const char* fileName);
+    /// Reads a terminated text; a failure is recorded (1 for null). The second argument is ignored.
+    TCgats(const char* text, int ignored);
+    TCgats(const TCgats&) = delete;
+    TCgats& operator=(const TCgats&) = delete;
+    ~TCgats();
+
+    /// @name State
+    /// @{
+
+    /// Puts every member into its empty state without releasing anything. @return 0.
+    int SetToZero();
+    /// Records a code other than 0 with its message (codes 0 to 24; a negative code leaves the message) and
+    /// answers false. With 0 it changes nothing and answers whether an error is recorded.
+    bool SetErrorCode(int code) const;
+    /// The document code of a table error; 1 for any value outside 1..13.
+    static int TableErrorToCgatsError(int tableError);
+    /// Sets the number of samples declared for the next table. @return 0.
+    int SetNrSamples(int samples);
+    std::int32_t GetErrorCode() const { return errorCode; }
+    const char* GetErrorMessage() const { return errorMessage; }
+    /// @}
+
+    /// @name Tags, comment blocks and custom fields
+    /// @{
+
+    /// The code of a keyword (0 to 42) by exact comparison, or -1.
+    int MatchTag(const char* keyword) const;
+    /// The index of the first tag with that code, or -1.
+    int FindTag(int code) const;
+    /// The first tag with that code, or null.
+    TCgatsTag* GetTag(int code) const;
+    /// The first tag with that keyword, ignoring case, or null.
+    TCgatsTag* GetTag(const char* keyword) const;
+    /// Inserts a tag at `position`, never behind "NUMBER_OF_FIELDS"; a negative position means right before
+    /// "NUMBER_OF_FIELDS", or the end when there is none.
+    /// @param replace true to replace the tag at the target instead, which may be "NUMBER_OF_FIELDS" itself.
+    /// @return 0, or 1 when the list is full (with `replace` too) or there is no memory.
+    int InsertTag(int code, const char* keyword, int numeric, const char* value, const char* comment,
+                  int position, bool replace);
+    /// Declares a custom field. @return 0, or 1 for a null or empty name or no memory.
+    int AddCustomField(const char* name);
+    /// Starts a new table header of `count` empty slots (below 0 counts as 0); without memory there is none
+    /// then. @return 0.
+    int InitTmpHeader(int count);
+
+    std::int32_t GetNrTags() const { return nrTags; }
+    /// Owned by the document; null for a bad index.
+    TCgatsTag* GetTagAt(int index) const;
+    std::int32_t GetNrCommentBlocks() const { return nrCommentBlocks; }
+    /// Null for a bad index.
+    const char* GetCommentBlock(int index) const;
+    std::int32_t GetNrCustomFields() const { return nrCustomFields; }
+    /// Null for a bad index.
+    const char* GetCustomField(int index) const;
+    std::int32_t GetNrTables() const { return nrTables; }
+    /// Owned by the document; null for a bad index.
+    TCgatsTable* GetTable(int index) const;
+    /// The header being assembled for the next table, owned by the document; null when there is none.
+    TCgatsTableHeader* GetTmpHeader() const { return tmpHeader; }
+    std::int32_t GetDeclaredNrSets() const { return declaredNrSets; }
+    std::int32_t GetNrProcessColorIdTags() const { return nrProcessColorIdTags; }
+    std::int32_t GetNrSpotIdTags() const { return nrSpotIdTags; }
+    /// @}
+
+    /// @name Reading
+    /// @{
+
+    /// Reads a file into the document. @return 0 or the code, which is not recorded.
+    int ReadFromFile(const char* fileName);
+    /// Loads a file. @param text receives a terminated array that the caller frees with delete[].
+    /// @return 0, 2 for null, 3 when it cannot be read, 1 when there is no memory.
+    static int FileToBuffer(const char* fileName, char** text);
+    /// Reads a terminated text into the document.
+    /// @param sink told where and why the text is refused; may be null.
+    /// @return 0 or the code, which is not recorded.
+    int ReadFromBuffer(const char* text, TCgatsDiagnosticSink* sink = nullptr);
+    /// Reads one header line.
+    /// @param keyword, value, comment receive kMaxKeyword, kMaxValue and kMaxComment characters at most, and
+    /// a terminator. @param code receives the keyword code. @param next receives the new position.
+    /// @return 1 at the end of the text, 0 before it, -1 when a limit is passed, 2 for null.
+    int ReadNextTag(const char* position, char* keyword, char* value, char* comment, int* code, int* numeric,
+                    const char** next) const;
+    /// Reads the comment block that `keyword` ("BEGIN_" and a name) opens and moves to its terminator line.
+    /// @return 0, 5 when there is none, 2 for null.
+    int ReadCommentTag(const char* keyword, const char** position);
+    /// Reads a field list up to "END_DATA_FORMAT", to which it moves. @return 0 or a document code, 2 for
+    /// null.
+    int ReadTmpHeader(const char** position);
+    /// Reads the samples of a table and moves behind the last one. @return 0 or a document code, 2 for null.
+    int ReadTable(const char** position);
+    /// Classifies a field name.
+    /// @param kind a TCgatsField::Kind. @param number wavelength or colour number. @param dataType a
+    /// TCgatsField::DataType. @param canonicalName the spelling to be used.
+    /// @return the field id, or -1 for an unknown name or a null argument. An alias of the sample name is
+    /// declared as a custom field on the way.
+    int MatchField(const char* name, int* kind, int* number, int* dataType, std::string* canonicalName);
+    /// @}
+
+    /// @name Counts and kinds of a table (-1 or false for a bad table or a document in error)
+    /// @{
+
+    /// Does not look at the document's error state.
+    int GetNrSamples(int table) const;
+    int GetNrFields(int table) const;
+    int GetNrProcessColors(int table) const;
+    int GetNrSpotColors(int table) const;
+    int GetNrWaveLengths(int table) const;
+    bool IsCMYKDefined(int table) const;
+    bool IsCustomDefined(int table) const;
+    bool IsNColorDefined(int table) const;
+    bool ContainsProcessColors(int table) const;
+    bool ContainsSpotColors(int table) const;
+    bool ContainsWaveLengths(int table) const;
+    bool ContainsLab(int table) const;
+    bool ContainsXyz(int table) const;
+    bool ContainsSampleNames(int table) const;
+    bool ContainsInkBookNames(int table) const;
+    /// Field names compare ignoring case.
+    bool ContainsFieldName(int table, const char* name) const;
+    /// The column of that name, or -1.
+    int GetFieldNameIndex(int table, const char* name) const;
+    /// Whether the document has a "SPOT_ID" tag; the table does not matter.
+    bool ContainsSpotDescriptions(int table) const;
+    /// Whether the document has a "PROCESSCOLOR_ID" tag; the table does not matter.
+    bool ContainsCustomProcessColorDescriptions(int table) const;
+    /// @}
+
+    /// @name Values: 0 on success, -1 on failure; the caller brings arrays sized by a count query
+    /// @{
+
+    /// The wavelengths in nm, ascending. @return 0, or 1 for a bad table or null.
+    int GetWaveLengths(int table, int* wavelengths) const;
+    /// The process-colour values by channel; the spot values when there are no process colours.
+    int GetCoordinates(int table, int sample, double* coordinates) const;
+    int GetSpotCoordinates(int table, int sample, double* coordinates) const;
+    /// The spectral values by ascending wavelength, as fractions.
+    int GetSpectrum(int table, int sample, double* spectrum) const;
+    int GetLab(int table, int sample, double* lab) const;
+    int GetXyz(int table, int sample, double* xyz) const;
+    /// @param name receives the text; as long as the column's texts may get (kMaxSampleValue when read from a
+    /// text), and a terminator.
+    int GetSampleName(int table, int sample, char* name) const;
+    /// A value as text, as it is stored: "%3.5f", "%d", or the string.
+    /// @param text for a floating-point field room for 320 characters.
+    int GetField(int table, int sample, int field, char* text) const;
+    /// The "InkBook" field; an empty text and -1 when there is none.
+    int GetInkBookName(int table, int sample, char* name) const;
+    /// The values of the "SPOT_ID" tags, one per spot field. @param descriptions receives pointers into the
+    /// document; when tags are missing (-1) the slots so far are filled.
+    int GetSpotColorDescriptions(int table, const char** descriptions) const;
+    /// The values of the "PROCESSCOLOR_ID" tags, one per custom process colour.
+    int GetCustomProcessColorDescriptions(int table, const char** descriptions) const;
+    /// @}
+
+    /// @name Solid patches: 0 when every colorant was found, else 1
+    /// @{
+
+    /// For each colorant the spectrum or CIELAB of the first sample that prints it alone at full strength.
+    /// The colours come from the first table, whichever table the solids are looked for in.
+    /// @param result a slot per colorant, each an array of the length of the first table's spectra, or of 3.
+    /// @param spectral true for spectra, false for CIELAB. @param process true for process colours, false for
+    /// spots.
+    int GetColorValues(int table, double* const* result, bool spectral, bool process) const;
+    int GetProcessColorSpectra(int table, double* const* result) const;
+    int GetProcessColorValues(int table, double* const* result, bool spectral) const;
+    int GetProcessColorLab(int table, double* const* result) const;
+    int GetSpotColorValues(int table, double* const* result, bool spectral) const;
+    /// @}
+
+    /// @name Descriptive keywords
+    /// @{
+
+    /// The value of the first such tag, or null.
+    const char* GetOriginator() const;
+    const char* GetFileDescriptor() const;
+    const char* GetCreated() const;
+    /// Replaces the value of the first such tag, or inserts one; written between quotes.
+    /// @return 0, 1 when the tag list is full or there is no memory, 2 for null.
+    int SetOriginator(const char* text);
+    int SetFileDescriptor(const char* text);
+    int SetCreated(const char* text);
+    /// @}
+
+    /// The measured colour of a sample, owned by the caller: a TReflectionSpectrum for a table with spectra,
+    /// else a TLABMeasurement for one with CIELAB, else null.
+    /// @param illuminant not owned. @param observer, geometry copied.
+    TOneMeasurement* GetMeasurement(int table, int sample, TIlluminant* illuminant, const TObserver* observer,
+                                    const TMeasGeom* geometry) const;
+
+private:
+    friend struct qxcms::detail::LayoutProbe;
+    friend class qxcms::detail::CgatsReader;
+
+    const TCgatsTable* usableTable(int table) const;
+    const TCgatsTableHeader* usableHeader(int table) const;
+    const TCgatsTable* tableOfSample(int table, int sample) const;
+    int fillFromColumns(int table, int sample, const std::int32_t* columns, int count, double* out) const;
+    int collectTagValues(int code, int count, const char** values) const;
+    const char* tagValue(int code) const;
+    int setTagValue(int code, const char* text);
+    int addTable(std::unique_ptr<TCgatsTable> table);
+    int addCommentBlock(const char* text, std::size_t length);
+    /// Puts a tag at the end of a list that is not full. @return false when there is no memory.
+    bool appendTag(int code, const char* keyword, int numeric, const char* value, const char* comment);
+
+    std::int32_t nrTags;
+    TCgatsTag* tags[kMaxTags];
+    std::int32_t nrCommentBlocks;
+    char* commentBlocks[kMaxCommentBlocks];
+    std::int32_t declaredNrSets;
+    TCgatsTableHeader* tmpHeader;
+    std::int32_t nrProcessColorIdTags;
+    std::int32_t nrSpotIdTags;
+    std::int32_t nrCustomFields;
+    char** customFields;
+    std::int32_t nrTables;
+    TCgatsTable** tables;
+    mutable std::int32_t errorCode;
+    mutable char errorMessage[120];
+};

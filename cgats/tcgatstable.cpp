@@ -1,0 +1,99 @@
+#include "cgats/tcgatstable.h"
+
+#include <cstddef>
+#include <utility>
+
+#include "base/guarded.h"
+
+namespace {
+
+enum TableError : int {
+    kNoHeader = 1,
+    kNoFields = 2,
+    kFieldsMissing = 3,
+    kNoSamples = 4,
+    kBadDataType = 6,
+    kBadColorNumbers = 7,
+    kOther = 10,
+    kTableFull = 11
+};
+
+std::unique_ptr<TCgatsValueList> newValueList(int dataType, int count) {
+    switch (dataType) {
+    case TCgatsField::kString:
+        return std::make_unique<TCgatsValueListString>(count);
+    case TCgatsField::kInteger:
+        return std::make_unique<TCgatsValueListInt>(count);
+    case TCgatsField::kFloat:
+        return std::make_unique<TCgatsValueListDouble>(count);
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace
+
+TCgatsTable::TCgatsTable(TCgatsTableHeader* newHeader)
+    : header(newHeader), nrRowsStored(0), tableError(0), spectralPercent(0) {
+    tableError = qxcms::detail::guarded(static_cast<int>(kOther), [this] { return build(); });
+}
+
+TCgatsTable::~TCgatsTable() = default;
+
+int TCgatsTable::build() {
+    if (!header)
+        return kNoHeader;
+    if (header->GetNrFields() == 0)
+        return kNoFields;
+    if (header->GetNrSamples() < 1)
+        return kNoSamples;
+    if (header->GetNrFilledFields() != header->GetNrFields())
+        return kFieldsMissing;
+    if (!header->IsClassified() && header->Classify() != 0)
+        return kBadColorNumbers;
+    values.reserve(static_cast<std::size_t>(header->GetNrFields()));
+    for (int column = 0; column < header->GetNrFields(); ++column) {
+        auto list = newValueList(header->GetField(column)->GetDataType(), header->GetNrSamples());
+        if (!list)
+            return kBadDataType;
+        values.push_back(std::move(list));
+    }
+    return 0;
+}
+
+bool TCgatsTable::isFull() const {
+    return !header || nrRowsStored >= header->GetNrSamples();
+}
+
+int TCgatsTable::SetNextValue(int column, const char* text) {
+    if (isFull())
+        return kTableFull;
+    TCgatsValueList* const list = GetValues(column);
+    if (list == nullptr || list->SetValue(nrRowsStored, text) == TCgatsValueList::kNotStored)
+        return kOther;
+    return 0;
+}
+
+int TCgatsTable::EndRow() {
+    if (isFull())
+        return kTableFull;
+    ++nrRowsStored;
+    return 0;
+}
+
+int TCgatsTable::AddRow(const char* const* texts) {
+    if (texts == nullptr)
+        return kOther;
+    for (int column = 0; column < static_cast<int>(values.size()); ++column) {
+        const int error = SetNextValue(column, texts[column]);
+        if (error != 0)
+            return error;
+    }
+    return EndRow();
+}
+
+TCgatsValueList* TCgatsTable::GetValues(int column) const {
+    if (column < 0 || column >= static_cast<int>(values.size()))
+        return nullptr;
+    return values[static_cast<std::size_t>(column)].get();
+}

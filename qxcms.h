@@ -1,0 +1,28 @@
+/// @file
+/// Every public header of the kernel.
+#pragma once
+
+#include "base/export.h"
+#include "base/version.h"
+#include "cgats/cgats_diagnostics.h"
+#include "cgats/tcgats.h"
+#include "cgats/tcgatsfield.h"
+#include "cgats/tcgatstable.h"
+#include "cgats/tcgatstableheader.h"
+#include "cgats/tcgatstag.h"
+#include "cgats/tcgatsvaluelist.h"
+#include "colorspace/tcolorspacerepresentation.h"
+#include "colorspace/tlabspace.h"
+#include "measurement/colorimetric_measurements.h"
+#include "measurement/spectral_measurements.h"
+#include "measurement/tonemeasurement.h"
+#include "platform/default/host.h"
+#include "platform/logical_names.h"
+#include "platform/object_factory.h"
+#include "platform/utility.h"
+#include "spectral/tilluminant.h"
+#include "spectral/tilluminantandobserver.h"
+#include "spectral/tilluminantfactoryholder.h"
+#include "spectral/tmeasgeom.h"
+#include "spectral/tobserver.h"
+#include "spectral/tspectrum.h"
