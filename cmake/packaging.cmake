@@ -2,6 +2,9 @@ install(TARGETS qxcms EXPORT qxcmsTargets LIBRARY NAMELINK_COMPONENT development
 if(NOT QXCMS_PLATFORM_TARGET)
     install(TARGETS qxcms_platform EXPORT qxcmsTargets LIBRARY NAMELINK_COMPONENT development)
 endif()
+if(QXCMS_BUILD_COMMAND)
+    install(TARGETS qxcms_command)
+endif()
 
 set(qxcmsInternalHeaders
     byte_reader.h guarded.h number_text.h owned_text.h color_temperature.h isotemperature_lines.h lab_formulas.h cgats_reader.h cgats_vocabulary.h)

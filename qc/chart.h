@@ -1,0 +1,48 @@
+/// @file
+/// One side of a comparison.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "cgats/tcgats.h"
+
+namespace qxcms::qc {
+
+/// A value of a number column that is no number as a whole, such as "N/A" or "5%".
+struct DoubtfulValue {
+    int table; ///< all indices count from 0
+    int row;
+    int column;
+    std::string text;
+};
+
+/// One data table of a document that was read without error.
+struct Chart {
+    std::string name;                       ///< what messages call it: the file's name as given
+    const TCgats* document;                 ///< not owned
+    int table;                              ///< counted from 0
+    std::vector<DoubtfulValue> doubts = {}; ///< of the table, the first of each column that has some
+
+    const TCgatsTable& data() const { return *document->GetTable(table); }
+    const TCgatsTableHeader& header() const { return *data().GetHeader(); }
+    int rows() const { return document->GetNrSamples(table); }
+    const char* columnName(int column) const { return header().GetField(column)->GetName(); }
+};
+
+/// "file: row 3", the row being counted from 0 in the argument and from 1 in the text.
+std::string placeOf(const Chart& chart, int row);
+
+/// "file: row 3, column "LAB_A" (number 2)", both counted from 0 in the arguments and from 1 in the text.
+std::string placeOf(const Chart& chart, int row, int column);
+
+/// Refuses the first doubtful value that stands in one of these columns.
+/// @throws Refusal (unreadable).
+void requireNumbers(const Chart& chart, const std::vector<std::int32_t>& columns);
+
+/// Refuses the first value of a row that is not finite. @param columns the column of each value.
+/// @throws Refusal (unreadable).
+void requireFinite(const Chart& chart, int row, const double* values, const std::int32_t* columns, int count);
+
+} // namespace qxcms::qc

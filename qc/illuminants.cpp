@@ -1,0 +1,87 @@
+#include "qc/illuminants.h"
+
+#include <algorithm>
+#include <new>
+#include <string_view>
+
+#include "platform/logical_names.h"
+#include "platform/utility.h"
+#include "qc/printable_text.h"
+#include "qc/refusal.h"
+
+namespace qxcms::qc {
+
+namespace {
+
+constexpr std::string_view kFamily = "CIE Illuminant ";
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// The text with every number in it filled up with zeros, so that texts sort by the value of their numbers.
+std::string naturalKey(const std::string& text) {
+    constexpr std::size_t kDigits = 10;
+    std::string key;
+    for (auto position = text.begin(); position != text.end();) {
+        const auto digitsEnd = std::find_if_not(position, text.end(), isDigit);
+        const auto digits = static_cast<std::size_t>(digitsEnd - position);
+        if (digits > 0 && digits < kDigits)
+            key.append(kDigits - digits, '0');
+        const auto next = digits > 0 ? digitsEnd : position + 1;
+        key.append(position, next);
+        position = next;
+    }
+    return key;
+}
+
+bool naturallyBefore(const std::string& left, const std::string& right) {
+    return naturalKey(left) < naturalKey(right);
+}
+
+std::string noIlluminants() {
+    char directory[QXCMS_LOGNAM_SIZE];
+    if (fport(directory, QXCMS_LOGNAM_SIZE, kIlluminantDirectory) != 0)
+        return "no illuminants: QX_CMS does not lead to a directory; set the environment variable QX_CMS to "
+               "the directory that holds r/ill";
+    return "no illuminants in " + quoted(directory) +
+           "; set the environment variable QX_CMS to the directory that holds r/ill with the .ill files, or "
+           "unset it to use those that come with the program";
+}
+
+} // namespace
+
+Illuminants::Illuminants() : registry(TIlluminantFactory::New()) {
+    if (registry == nullptr)
+        throw std::bad_alloc();
+    registry->AddDirectory(kIlluminantDirectory);
+    if (registry->GetNrElements() == 0)
+        throw Refusal(Refusal::Kind::unreadable, noIlluminants());
+}
+
+Illuminants::~Illuminants() = default;
+
+TIlluminant* Illuminants::find(const std::string& name) const {
+    if (TIlluminant* illuminant = registry->GetIlluminant(name.c_str()))
+        return illuminant;
+    const bool inFamily = strncmp_ci(name.c_str(), kFamily.data(), static_cast<int>(kFamily.size())) == 0;
+    const std::string other = inFamily ? name.substr(kFamily.size()) : std::string(kFamily) + name;
+    if (TIlluminant* illuminant = registry->GetIlluminant(other.c_str()))
+        return illuminant;
+    throw Refusal(Refusal::Kind::usage, "unknown illuminant " + quoted(name) + "; known are " +
+                                            joined(names(), ", ") + " (\"CIE Illuminant\" may be left out)");
+}
+
+std::vector<std::string> Illuminants::names() const {
+    std::vector<std::string> result;
+    TIlluminant* illuminant = registry->ScanIlluminants(1);
+    while (illuminant != nullptr) {
+        if (illuminant->GetName() != nullptr)
+            result.emplace_back(illuminant->GetName());
+        illuminant = registry->ScanIlluminants(0);
+    }
+    std::sort(result.begin(), result.end(), naturallyBefore);
+    return result;
+}
+
+} // namespace qxcms::qc

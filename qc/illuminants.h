@@ -1,0 +1,42 @@
+/// @file
+/// The illuminants by name.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "spectral/tilluminant.h"
+#include "spectral/tilluminantfactoryholder.h"
+
+namespace qxcms::qc {
+
+/// Where the illuminant files of the suite are.
+inline constexpr const char* kIlluminantDirectory = "QX_CMS:[r.ill]";
+
+/// Holds the shared registry of illuminants, filled from kIlluminantDirectory.
+class Illuminants {
+public:
+    /// @throws Refusal (unreadable) when no illuminant is found; it tells where they were looked for.
+    Illuminants();
+    Illuminants(const Illuminants&) = delete;
+    Illuminants& operator=(const Illuminants&) = delete;
+    ~Illuminants();
+
+    /// The illuminant of that name, ignoring case; "CIE Illuminant " may be left out, or put before a name
+    /// that goes without. Valid as long as this object.
+    /// @throws Refusal (usage) that lists the known ones.
+    TIlluminant* find(const std::string& name) const;
+
+    /// The names in their natural order, F2 before F10.
+    std::vector<std::string> names() const;
+
+private:
+    struct Release {
+        void operator()(TIlluminantFactoryHolder*) const { TIlluminantFactory::Delete(); }
+    };
+
+    std::unique_ptr<TIlluminantFactoryHolder, Release> registry;
+};
+
+} // namespace qxcms::qc

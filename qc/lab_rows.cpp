@@ -1,0 +1,244 @@
+#include "qc/lab_rows.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <new>
+
+#include "base/number_text.h"
+#include "qc/printable_text.h"
+#include "qc/refusal.h"
+#include "spectral/tspectrum.h"
+
+namespace qxcms::qc {
+
+namespace {
+
+Refusal unusable(const std::string& message) {
+    return Refusal(Refusal::Kind::unreadable, message);
+}
+
+// Refuses a row whose values are finite but so large that its Lab is not.
+void requireFiniteLab(const Chart& chart, int row, const Lab& lab, const std::int32_t* columns) {
+    if (std::all_of(lab.begin(), lab.end(), [](double value) { return std::isfinite(value); }))
+        return;
+    throw unusable(placeOf(chart, row, columns[0]) +
+                   " and following: the values are too large to give a Lab value");
+}
+
+// Refuses wavelengths that no spectrum can take; they are the same for every row, so the first one is named.
+void requireSpectrum(const Chart& chart, const std::vector<int>& wavelengths) {
+    const std::int32_t* columns = chart.header().GetSpectralColumns();
+    if (wavelengths.size() > TSpectrum::kMaxSamples)
+        throw unusable(placeOf(chart, 0, columns[TSpectrum::kMaxSamples]) + ": the table has " +
+                       std::to_string(wavelengths.size()) + " spectral columns; a spectrum takes at most " +
+                       std::to_string(TSpectrum::kMaxSamples));
+    for (std::size_t i = 1; i < wavelengths.size(); ++i) {
+        if (wavelengths[i] == wavelengths[i - 1])
+            throw unusable(placeOf(chart, 0, columns[i]) + ": column " +
+                           quoted(chart.columnName(columns[i - 1])) + " (number " +
+                           std::to_string(columns[i - 1] + 1) + ") gives a value at " +
+                           std::to_string(wavelengths[i]) +
+                           " nm already; a spectrum takes one value per wavelength, so rename or remove one");
+    }
+}
+
+std::vector<int> wavelengthsOf(const Chart& chart) {
+    std::vector<int> wavelengths(static_cast<std::size_t>(chart.header().GetNrWaveLengths()));
+    chart.document->GetWaveLengths(chart.table, wavelengths.data());
+    return wavelengths;
+}
+
+// Fluorescence lifts a reflectance factor above 1, but not this far.
+constexpr double kLargestFraction = 2.0;
+
+// What a spectrum must cover to say much about its colour.
+constexpr int kFirstNeededNm = 400;
+constexpr int kLastNeededNm = 700;
+
+// Tristimulus values whose white has Y = 1 stay below this.
+constexpr double kLargestUnitY = 2.0;
+
+std::string onCoverage(const Chart& chart, const std::vector<int>& wavelengths) {
+    return printable(chart.name) + ": the bands reach from " + std::to_string(wavelengths.front()) + " to " +
+           std::to_string(wavelengths.back()) +
+           " nm and do not cover 400 to 700 nm; the values outside are held constant, which can change the "
+           "colours";
+}
+
+std::string onScale(const Chart& chart, int row) {
+    return placeOf(chart, row) +
+           " holds spectral values above 2, but the table was read as fractions, as none of its first five "
+           "rows, which alone decide, holds a value above 10; if it is in percent, move a light patch to the "
+           "top, else check its scale";
+}
+
+void readSpectra(const Chart& chart, const Conditions& conditions, LabRows& result) {
+    const std::vector<int> wavelengths = wavelengthsOf(chart);
+    requireSpectrum(chart, wavelengths);
+    const std::vector<double> nanometres(wavelengths.begin(), wavelengths.end());
+    const std::int32_t* columns = chart.header().GetSpectralColumns();
+    const int bands = static_cast<int>(wavelengths.size());
+    std::vector<double> values(wavelengths.size());
+    int firstLargeRow = -1;
+    for (int row = 0; row < chart.rows(); ++row) {
+        chart.document->GetSpectrum(chart.table, row, values.data());
+        requireFinite(chart, row, values.data(), columns, bands);
+        if (firstLargeRow < 0 && *std::max_element(values.begin(), values.end()) > kLargestFraction)
+            firstLargeRow = row;
+        const TSpectrum spectrum(nanometres.data(), bands, values.data());
+        if (spectrum.GetStatus() != 0)
+            throw std::bad_alloc();
+        result.rows.push_back(conditions.labOf(spectrum));
+        requireFiniteLab(chart, row, result.rows.back(), columns);
+    }
+    if (firstLargeRow >= 0 && !chart.data().IsSpectralPercent())
+        result.remarks.push_back(onScale(chart, firstLargeRow));
+    if (wavelengths.front() > kFirstNeededNm || wavelengths.back() < kLastNeededNm)
+        result.remarks.push_back(onCoverage(chart, wavelengths));
+}
+
+void readLab(const Chart& chart, LabRows& result) {
+    const std::int32_t* columns = chart.header().GetLabColumns();
+    for (int row = 0; row < chart.rows(); ++row) {
+        Lab lab;
+        chart.document->GetLab(chart.table, row, lab.data());
+        requireFinite(chart, row, lab.data(), columns, 3);
+        result.rows.push_back(lab);
+    }
+}
+
+void readXyz(const Chart& chart, const Conditions& conditions, LabRows& result) {
+    const std::int32_t* columns = chart.header().GetXyzColumns();
+    double largestY = 0.0;
+    for (int row = 0; row < chart.rows(); ++row) {
+        std::array<double, 3> xyz;
+        chart.document->GetXyz(chart.table, row, xyz.data());
+        requireFinite(chart, row, xyz.data(), columns, 3);
+        largestY = std::max(largestY, xyz[1]);
+        result.rows.push_back(conditions.labOf(xyz));
+        requireFiniteLab(chart, row, result.rows.back(), columns);
+    }
+    if (largestY < kLargestUnitY)
+        result.remarks.push_back(printable(chart.name) + ": the largest Y is " +
+                                 detail::generalText(largestY, 3) +
+                                 "; XYZ is expected on the scale where white has Y = 100");
+}
+
+constexpr ColorSource kSources[] = {ColorSource::spectra, ColorSource::lab, ColorSource::xyz};
+
+bool holds(const Chart& chart, ColorSource source) {
+    switch (source) {
+    case ColorSource::spectra:
+        return chart.document->ContainsWaveLengths(chart.table);
+    case ColorSource::lab:
+        return chart.document->ContainsLab(chart.table);
+    case ColorSource::xyz:
+        return chart.document->ContainsXyz(chart.table);
+    }
+    return false;
+}
+
+const char* wordsFor(ColorSource source) {
+    switch (source) {
+    case ColorSource::spectra:
+        return "spectra";
+    case ColorSource::lab:
+        return "Lab values";
+    case ColorSource::xyz:
+        return "XYZ values";
+    }
+    return "";
+}
+
+bool holdsColor(const TCgats& document, int table) {
+    return document.ContainsWaveLengths(table) || document.ContainsLab(table) || document.ContainsXyz(table);
+}
+
+// The first table with colour data, counted from 1; 0 when there is none.
+int firstTableWithColor(const TCgats& document) {
+    for (int table = 0; table < document.GetNrTables(); ++table) {
+        if (holdsColor(document, table))
+            return table + 1;
+    }
+    return 0;
+}
+
+std::string withoutColor(const Chart& chart) {
+    const int tables = chart.document->GetNrTables();
+    const int other = firstTableWithColor(*chart.document);
+    std::string text = printable(chart.name);
+    if (tables > 1)
+        text += ": table " + std::to_string(chart.table + 1) + " of " + std::to_string(tables);
+    text += " holds no colour data: neither spectral columns (SPECTRAL_380 ...) nor LAB_L, LAB_A, LAB_B nor "
+            "XYZ_X, XYZ_Y, XYZ_Z; ";
+    if (other > 0)
+        return text + "table " + std::to_string(other) + " does, but only the first table is compared";
+    return text + "a column that a KEYWORD line declares is text";
+}
+
+std::string sourcesOf(const Chart& chart) {
+    std::string text;
+    for (const ColorSource source : kSources) {
+        if (holds(chart, source))
+            text += std::string(text.empty() ? "" : " and ") + wordsFor(source);
+    }
+    return text;
+}
+
+} // namespace
+
+const char* nameOf(ColorSource source) {
+    switch (source) {
+    case ColorSource::spectra:
+        return "spectra";
+    case ColorSource::lab:
+        return "lab";
+    case ColorSource::xyz:
+        return "xyz";
+    }
+    return "";
+}
+
+ColorSource colorSource(const Chart& chart, std::optional<ColorSource> wanted) {
+    const std::string present = sourcesOf(chart);
+    if (wanted && !holds(chart, *wanted) && !present.empty())
+        throw Refusal(Refusal::Kind::notComparable,
+                      printable(chart.name) + " holds no " + wordsFor(*wanted) + ", only " + present);
+    for (const ColorSource source : kSources) {
+        if (holds(chart, source))
+            return wanted.value_or(source);
+    }
+    throw Refusal(Refusal::Kind::notComparable, withoutColor(chart));
+}
+
+std::vector<std::int32_t> columnsOf(const Chart& chart, ColorSource source) {
+    const TCgatsTableHeader& header = chart.header();
+    switch (source) {
+    case ColorSource::spectra:
+        return {header.GetSpectralColumns(), header.GetSpectralColumns() + header.GetNrWaveLengths()};
+    case ColorSource::lab:
+        return {header.GetLabColumns(), header.GetLabColumns() + 3};
+    case ColorSource::xyz:
+        return {header.GetXyzColumns(), header.GetXyzColumns() + 3};
+    }
+    return {};
+}
+
+LabRows labRows(const Chart& chart, ColorSource source, const Conditions& conditions) {
+    LabRows result;
+    switch (source) {
+    case ColorSource::spectra:
+        readSpectra(chart, conditions, result);
+        break;
+    case ColorSource::lab:
+        readLab(chart, result);
+        break;
+    case ColorSource::xyz:
+        readXyz(chart, conditions, result);
+        break;
+    }
+    return result;
+}
+
+} // namespace qxcms::qc

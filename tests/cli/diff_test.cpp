@@ -1,0 +1,542 @@
+#include <algorithm>
+#include <filesystem>
+#include <sstream>
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include "tests/cli/chart_text.h"
+#include "tests/cli/run_command.h"
+#include "tests/support/scratch.h"
+
+using qxcms::tests::chartText;
+using qxcms::tests::Outcome;
+using qxcms::tests::runCommand;
+using qxcms::tests::ScratchFolder;
+using qxcms::tests::Surroundings;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::MatchesRegex;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+constexpr const char* kLab = "SAMPLE_ID LAB_L LAB_A LAB_B";
+constexpr const char* kDemoSpectra = QXCMS_SOURCE_DIR "/data/charts/colorchecker_spectral.txt";
+constexpr const char* kDemoAims = QXCMS_SOURCE_DIR "/data/charts/colorchecker_aims.txt";
+
+class diff : public testing::Test {
+protected:
+    ScratchFolder folder;
+
+    std::string chart(const std::string& name, const std::string& fields,
+                      const std::vector<std::string>& rows, const std::string& header = "") const {
+        return folder.write(name, chartText(fields, rows, header));
+    }
+
+    static Outcome run(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), "diff");
+        return runCommand(arguments);
+    }
+
+    static nlohmann::json json(std::vector<std::string> arguments) {
+        arguments.push_back("--json");
+        const Outcome result = run(arguments);
+        EXPECT_EQ(result.exitCode, 0) << result.err;
+        return nlohmann::json::parse(result.out);
+    }
+
+    // Four patches; the differences are 5, 0, 10 and 1.
+    std::string four() const {
+        return chart("m.txt", kLab, {"A1 50 3 4", "A2 60 0 0", "A3 70 -6 8", "A4 81 0 0"});
+    }
+    std::string fourReference() const {
+        return chart("r.txt", kLab, {"A1 50 0 0", "A2 60 0 0", "A3 70 0 0", "A4 80 0 0"});
+    }
+};
+
+using diffJson = diff;
+using diffText = diff;
+using diffRefusal = diff;
+using diffTolerance = diff;
+
+// Lines of the text report that begin with this row number and name.
+std::string lineWith(const std::string& text, const std::string& part) {
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find(part) != std::string::npos)
+            return line;
+    }
+    return "";
+}
+
+std::size_t longestLine(const std::string& text) {
+    std::istringstream lines(text);
+    std::size_t longest = 0;
+    for (std::string line; std::getline(lines, line);)
+        longest = std::max(longest, line.size());
+    return longest;
+}
+
+// The demo. Expected figures: an independent calculation from the published tables (36 wavelengths, whites of
+// C: the sums for the spectra, the published one for the aims).
+TEST_F(diff, colorCheckerUnderC_meetsItsPublishedAims) {
+    const nlohmann::json report = json({kDemoSpectra, kDemoAims, "--illuminant", "C"});
+    EXPECT_EQ(report["statistics"]["count"], 24);
+    EXPECT_NEAR(report["statistics"]["mean"], 1.00216, 0.00002);
+    EXPECT_NEAR(report["statistics"]["median"], 0.97972, 0.00002);
+    EXPECT_NEAR(report["statistics"]["percentile95"], 1.62302, 0.00002);
+    EXPECT_NEAR(report["statistics"]["maximum"], 1.71578, 0.00002);
+    EXPECT_EQ(report["worst"][0]["name"], "purple");
+}
+
+TEST_F(diff, colorCheckerUnderC_givesTheLabOfItsSpectra) {
+    const nlohmann::json patch = json({kDemoSpectra, kDemoAims, "--illuminant", "C"})["patches"][0];
+    EXPECT_EQ(patch["name"], "dark_skin");
+    EXPECT_NEAR(patch["measured"][0], 37.41954, 0.00001);
+    EXPECT_NEAR(patch["measured"][1], 12.83305, 0.00001);
+    EXPECT_NEAR(patch["measured"][2], 15.83078, 0.00001);
+}
+
+TEST_F(diffText, statesConditionsAndHowBothFilesWereRead) {
+    const Outcome result = run({kDemoSpectra, kDemoAims, "--illuminant", "c", "--observer", "2"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_THAT(result.err, IsEmpty());
+    EXPECT_THAT(result.out, HasSubstr("the reference is the standard"));
+    EXPECT_THAT(result.out, HasSubstr("illuminant  CIE Illuminant C\n"));
+    EXPECT_THAT(result.out, HasSubstr("observer    2 degree\n"));
+    EXPECT_THAT(result.out, HasSubstr("white       X 98.0401  Y 100.0000  Z 118.1056\n"));
+    EXPECT_THAT(result.out, HasSubstr("formula     CIELAB Delta E (Classic) (CIE 1976)\n"));
+    EXPECT_THAT(result.out, HasSubstr("24 samples; spectra, 81 bands from 380 to 780 nm, read as fractions"));
+    EXPECT_THAT(result.out,
+                HasSubstr("24 samples; Lab as it stands (its illuminant, observer and white are not"));
+    EXPECT_THAT(result.out, HasSubstr("SAMPLE_ID agrees on every row"));
+}
+
+TEST_F(diffText, withoutOptions_takesD50TheTwoDegreeObserverAndCie1976) {
+    const Outcome result = run({four(), fourReference()});
+    EXPECT_THAT(result.out,
+                AllOf(HasSubstr("illuminant  D50\n"), HasSubstr("observer    2 degree\n"),
+                      HasSubstr("white       X 96.3841  Y 100.0000  Z 82.4535\n"), HasSubstr("CIE 1976")));
+}
+
+TEST_F(diffText, rowsShowBothLabAndTheSignedDifferences) {
+    const Outcome result = run({four(), fourReference(), "--worst", "0"});
+    EXPECT_THAT(lineWith(result.out, "A1"),
+                MatchesRegex(
+                    " +1 +A1 +50\\.00 +3\\.00 +4\\.00 +50\\.00 +0\\.00 +0\\.00 +0\\.00 +\\+3\\.00 +\\+4\\.00 "
+                    "+\\+5\\.00 +0\\.00 +5\\.000"));
+    EXPECT_THAT(
+        lineWith(result.out, "A3"),
+        MatchesRegex(" +3 +A3 +70\\.00 +-6\\.00 +8\\.00 +70\\.00 +0\\.00 +0\\.00 +0\\.00 +-6\\.00 +\\+8\\.00 "
+                     "+\\+10\\.00 +0\\.00 +10\\.000"));
+}
+
+// Differences 0, 1, 5, 10: mean 4, median 3, the 95th percentile is the 4th of 4.
+TEST_F(diffText, statisticsFollow) {
+    const Outcome result = run({four(), fourReference()});
+    EXPECT_THAT(lineWith(result.out, "count"), MatchesRegex(" +count +4"));
+    EXPECT_THAT(lineWith(result.out, "mean "), MatchesRegex(" +mean +4\\.000"));
+    EXPECT_THAT(lineWith(result.out, "median"), MatchesRegex(" +median +3\\.000"));
+    EXPECT_THAT(lineWith(result.out, "95th"), MatchesRegex(" +95th percentile +10\\.000"));
+    EXPECT_THAT(lineWith(result.out, "maximum"), MatchesRegex(" +maximum +10\\.000 +row 3, A3"));
+}
+
+TEST_F(diffText, worstPatches_areListedLast) {
+    const Outcome result = run({four(), fourReference(), "--worst", "2"});
+    const std::string worst = result.out.substr(result.out.find("The 2 worst"));
+    EXPECT_LT(worst.find("A3"), worst.find("A1"));
+    EXPECT_NE(worst.find("A1"), std::string::npos);
+    EXPECT_EQ(worst.find("A4"), std::string::npos);
+}
+
+TEST_F(diffText, worstZero_leavesTheListOut) {
+    EXPECT_THAT(run({four(), fourReference(), "--worst", "0"}).out, Not(HasSubstr("worst")));
+}
+
+TEST_F(diffText, worstBeyondTheCount_listsAll) {
+    EXPECT_THAT(run({four(), fourReference(), "--worst", "2147483647"}).out,
+                HasSubstr("The 4 worst patches\n"));
+}
+
+TEST_F(diffText, onePatch_isNotCounted) {
+    const std::string file = chart("m.txt", kLab, {"A 50 0 0"});
+    const Outcome result = run({file, file, "--tolerance", "0"});
+    EXPECT_THAT(result.out, AllOf(HasSubstr("\nThe worst patch\n"), Not(HasSubstr("The 1 worst")),
+                                  HasSubstr("tolerance 0: kept by the only patch\n")));
+    const std::string other = chart("r.txt", kLab, {"A 52 0 0"});
+    EXPECT_THAT(run({file, other, "--tolerance", "1"}).out,
+                HasSubstr("tolerance 1: exceeded by the only patch\n"));
+}
+
+TEST_F(diffText, longNames_keepTheColumnsWithinThePage) {
+    const std::string name(120, 'x');
+    const std::string measured = chart("m.txt", kLab, {name + " 100 -127.99 127.99", "B 1 2 3"});
+    const std::string reference = chart("r.txt", kLab, {name + " 99.99 -127 127", "B 1 2 3"});
+    const Outcome result = run({measured, reference});
+    EXPECT_LE(longestLine(result.out), 110u);
+    EXPECT_EQ(lineWith(result.out, "xxx...xxx").size(), lineWith(result.out, "  B ").size());
+}
+
+TEST_F(diffText, largeNumbers_keepTheColumns) {
+    const std::string measured = chart("m.txt", kLab, {"A 1 2 3", "B 12345678 -1e30 1e30"});
+    const std::string reference = chart("r.txt", kLab, {"A 1 2 3", "B 1 2 3"});
+    const Outcome result = run({measured, reference});
+    EXPECT_GT(lineWith(result.out, "  A ").size(), 90u);
+    EXPECT_EQ(lineWith(result.out, "  A ").size(), lineWith(result.out, "  B ").size());
+}
+
+TEST_F(diffText, namesWithControls_areShownEscaped) {
+    const std::string file = chart("m.txt", kLab, {"\x1B[2J 50 0 0"});
+    const Outcome result = run({file, file});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_THAT(result.out, AllOf(HasSubstr("\\x1b[2J"), Not(HasSubstr("\x1B"))));
+}
+
+TEST_F(diffText, negativeZero_isNotShown) {
+    const std::string measured = chart("m.txt", kLab, {"A 50 -0.0001 0"});
+    const std::string reference = chart("r.txt", kLab, {"A 50 0 0"});
+    EXPECT_THAT(run({measured, reference}).out, Not(HasSubstr("-0.00")));
+}
+
+TEST_F(diffText, namesAreNumbersOfRows_whereThereIsNoIdentifier) {
+    const std::string fields = "CMYK_C CMYK_M CMYK_Y CMYK_K LAB_L LAB_A LAB_B";
+    const std::string file = chart("m.txt", fields, {"0 0 0 0 95 0 0", "100 0 0 0 55 -36 -50"});
+    const Outcome result = run({file, file});
+    EXPECT_THAT(result.out, HasSubstr("the device values agree on every row"));
+    EXPECT_EQ(json({file, file})["patches"][1]["name"], "2");
+}
+
+TEST_F(diffText, spectraInPercent_areStated) {
+    const std::string file = chart("m.txt", "SAMPLE_ID nm400 nm500 nm600 nm700", {"A 50 50 50 50"});
+    EXPECT_THAT(run({file, file}).out,
+                HasSubstr("4 bands from 400 to 700 nm, read as percent, held constant beyond them"));
+}
+
+TEST_F(diffText, xyzRows_areStatedAsTheyStand) {
+    const std::string file = chart("m.txt", "SAMPLE_ID XYZ_X XYZ_Y XYZ_Z", {"A 20 20 20"});
+    EXPECT_THAT(run({file, file}).out,
+                HasSubstr("XYZ as it stands (its illuminant and observer are not checked), "
+                          "converted to Lab"));
+}
+
+TEST_F(diffText, furtherTables_areMentioned) {
+    const std::string table = chartText(kLab, {"A 50 0 0"});
+    const std::string file = folder.write("two.txt", table + table);
+    EXPECT_THAT(run({file, file}).out, HasSubstr("table 1 of 2"));
+}
+
+TEST_F(diffText, deltaE2000_tellsThatItIsNotThePublishedFormula) {
+    EXPECT_THAT(run({four(), fourReference(), "--formula", "2000"}).out,
+                HasSubstr("other programs give other numbers"));
+    EXPECT_THAT(run({four(), fourReference(), "--formula", "94"}).out, Not(HasSubstr("other numbers")));
+}
+
+// With chromas 20 and 10 CIE94 gives 10 / 1.45 when the standard has chroma 10.
+TEST_F(diffJson, referenceIsTheStandard) {
+    const std::string twenty = chart("m.txt", kLab, {"A 50 20 0"});
+    const std::string ten = chart("r.txt", kLab, {"A 50 10 0"});
+    EXPECT_NEAR(json({twenty, ten, "--formula", "94"})["statistics"]["maximum"], 10.0 / 1.45, 1e-12);
+    EXPECT_NEAR(json({ten, twenty, "--formula", "94"})["statistics"]["maximum"], 10.0 / 1.90, 1e-12);
+    EXPECT_EQ(json({ten, twenty})["standard"], "reference");
+}
+
+// Pair 19 of the CIEDE2000 test data (published 31.9030 with the first colour as the standard; symmetric) as
+// the suite's formula gives it.
+TEST_F(diffJson, formulaIsTheOneAskedFor) {
+    const std::string measured = chart("m.txt", kLab, {"A 50 2.5 0"});
+    const std::string reference = chart("r.txt", kLab, {"A 56 -27 -3"});
+    const nlohmann::json report = json({measured, reference, "--formula", "Delta E 2000"});
+    EXPECT_NEAR(report["statistics"]["maximum"], 25.2378, 0.0001);
+    EXPECT_EQ(report["conditions"]["formula"]["name"], "Delta E 2000");
+    EXPECT_EQ(report["conditions"]["formula"]["short"], "2000");
+}
+
+TEST_F(diffJson, carriesTheSameAsTheText) {
+    const nlohmann::json report = json({four(), fourReference(), "--worst", "2"});
+    EXPECT_EQ(report["command"], "diff");
+    EXPECT_EQ(report["conditions"]["illuminant"], "D50");
+    EXPECT_EQ(report["conditions"]["observer"], "2 degree");
+    EXPECT_NEAR(report["conditions"]["white"][0], 96.384116, 1e-5);
+    EXPECT_EQ(report["measured"]["file"], folder.path("m.txt"));
+    EXPECT_EQ(report["measured"]["source"], "lab");
+    EXPECT_TRUE(report["measured"]["spectra"].is_null());
+    EXPECT_EQ(report["reference"]["samples"], 4);
+    EXPECT_EQ(report["pairing"]["rule"], "identifiers");
+    EXPECT_EQ(report["pairing"]["field"], "SAMPLE_ID");
+    const nlohmann::json& patch = report["patches"][2];
+    EXPECT_EQ(patch["row"], 3);
+    EXPECT_EQ(patch["name"], "A3");
+    EXPECT_EQ(patch["measured"], nlohmann::json({70.0, -6.0, 8.0}));
+    EXPECT_EQ(patch["reference"], nlohmann::json({70.0, 0.0, 0.0}));
+    EXPECT_EQ(patch["dL"], 0.0);
+    EXPECT_EQ(patch["da"], -6.0);
+    EXPECT_EQ(patch["db"], 8.0);
+    EXPECT_EQ(patch["dC"], 10.0);
+    EXPECT_EQ(patch["dH"], 0.0);
+    EXPECT_EQ(patch["difference"], 10.0);
+    EXPECT_EQ(report["statistics"]["count"], 4);
+    EXPECT_EQ(report["statistics"]["mean"], 4.0);
+    EXPECT_EQ(report["statistics"]["median"], 3.0);
+    EXPECT_EQ(report["statistics"]["percentile95"], 10.0);
+    EXPECT_EQ(report["statistics"]["maximum"], 10.0);
+    ASSERT_EQ(report["worst"].size(), 2u);
+    EXPECT_EQ(report["worst"][0]["row"], 3);
+    EXPECT_EQ(report["worst"][1]["row"], 1);
+    EXPECT_TRUE(report["tolerance"].is_null());
+}
+
+TEST_F(diffJson, spectralSide_tellsBandsAndPercent) {
+    const nlohmann::json report = json({kDemoSpectra, kDemoAims, "--illuminant", "C"});
+    EXPECT_EQ(report["measured"]["source"], "spectra");
+    EXPECT_EQ(report["measured"]["spectra"],
+              nlohmann::json({{"bands", 81}, {"firstNm", 380}, {"lastNm", 780}, {"percent", false}}));
+}
+
+TEST_F(diffJson, namesThatAreNoUtf8_areReplaced) {
+    const std::string file = chart("m.txt", kLab, {"caf\xE9 50 0 0"});
+    EXPECT_EQ(json({file, file})["patches"][0]["name"], "caf\xEF\xBF\xBD");
+}
+
+TEST_F(diffJson, sourceAskedFor_isTaken) {
+    const std::string file =
+        chart("m.txt", "SAMPLE_ID LAB_L LAB_A LAB_B XYZ_X XYZ_Y XYZ_Z", {"A 50 0 0 96.384116 100 82.453534"});
+    const nlohmann::json report = json({file, file, "--measured-as", "xyz", "--reference-as", "lab"});
+    EXPECT_EQ(report["measured"]["source"], "xyz");
+    EXPECT_EQ(report["reference"]["source"], "lab");
+    EXPECT_NEAR(report["patches"][0]["measured"][0], 100.0, 1e-4);
+    EXPECT_EQ(report["patches"][0]["reference"][0], 50.0);
+}
+
+TEST_F(diffJson, pairOrder_isStatedWithTheFirstDisagreement) {
+    const std::string measured = chart("m.txt", kLab, {"A 50 0 0", "B 60 0 0"});
+    const std::string reference = chart("r.txt", kLab, {"A 50 0 0", "C 60 0 0"});
+    const nlohmann::json report = json({measured, reference, "--pair", "order"});
+    EXPECT_EQ(report["pairing"]["rule"], "order");
+    EXPECT_TRUE(report["pairing"]["field"].is_null());
+    EXPECT_THAT(report["remarks"][0].get<std::string>(), HasSubstr("SAMPLE_ID differs first in row 2"));
+}
+
+// The names of members, in their order, with those of the members within.
+std::string outline(const nlohmann::ordered_json& json) {
+    std::string text;
+    if (json.is_object()) {
+        for (const auto& [key, value] : json.items())
+            text += key + '{' + outline(value) + '}';
+    } else if (json.is_array() && !json.empty()) {
+        text = outline(json[0]);
+    }
+    return text;
+}
+
+// docs/json.md shows the demo.
+TEST_F(diffJson, documentation_showsWhatIsWritten) {
+    const std::string page = ScratchFolder::read(QXCMS_SOURCE_DIR "/docs/json.md");
+    const std::string opening = "```json\n";
+    const std::size_t first = page.find(opening);
+    ASSERT_NE(first, std::string::npos);
+    const std::size_t start = first + opening.size();
+    const auto shown = nlohmann::ordered_json::parse(page.substr(start, page.find("```", start) - start));
+    const Outcome result = run({kDemoSpectra, kDemoAims, "--illuminant", "C", "--worst", "1", "--json"});
+    const auto written = nlohmann::ordered_json::parse(result.out);
+    EXPECT_EQ(outline(shown), outline(written));
+    EXPECT_NEAR(shown["patches"][0]["difference"], written["patches"][0]["difference"], 1e-9);
+    EXPECT_NEAR(shown["statistics"]["mean"], written["statistics"]["mean"], 1e-9);
+    EXPECT_EQ(shown["conditions"]["illuminant"], written["conditions"]["illuminant"]);
+    EXPECT_EQ(shown["version"], written["version"]);
+}
+
+TEST_F(diffJson, refusal_writesNothingButThePlainMessage) {
+    const Outcome result = run({folder.path("none.txt"), four(), "--json"});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_THAT(result.out, IsEmpty());
+    EXPECT_THAT(result.err, StartsWith("qxcms: "));
+}
+
+TEST_F(diffTolerance, differenceAbove_givesExitCode1) {
+    const Outcome result = run({four(), fourReference(), "--tolerance", "4.999"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_THAT(result.out, HasSubstr("tolerance 4.999: exceeded by 2 of 4 patches"));
+}
+
+TEST_F(diffTolerance, differenceEqualToIt_isKept) {
+    const Outcome result = run({four(), fourReference(), "--tolerance", "10"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_THAT(result.out, HasSubstr("tolerance 10: kept by all of 4 patches"));
+}
+
+TEST_F(diffTolerance, fileAgainstItself_keepsZero) {
+    EXPECT_EQ(run({kDemoSpectra, kDemoSpectra, "--tolerance", "0"}).exitCode, 0);
+}
+
+TEST_F(diffTolerance, json_carriesLimitAndCount) {
+    const Outcome result = run({four(), fourReference(), "--tolerance", "0.5", "--json"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(nlohmann::json::parse(result.out)["tolerance"], nlohmann::json({{"limit", 0.5}, {"above", 3}}));
+}
+
+TEST_F(diffRefusal, pairingThatFails_givesExitCode4) {
+    const std::string measured = chart("m.txt", kLab, {"A 50 0 0", "B 60 0 0"});
+    const std::string reference = chart("r.txt", kLab, {"A 50 0 0", "C 60 0 0"});
+    const Outcome result = run({measured, reference});
+    EXPECT_EQ(result.exitCode, 4);
+    EXPECT_THAT(result.out, IsEmpty());
+    EXPECT_THAT(result.err, AllOf(StartsWith("qxcms: "), HasSubstr("row 2"), HasSubstr("--pair order")));
+}
+
+TEST_F(diffRefusal, differentCounts_giveExitCode4_withPairOrderToo) {
+    const std::string measured = chart("m.txt", kLab, {"A 50 0 0"});
+    EXPECT_EQ(run({measured, fourReference()}).exitCode, 4);
+    EXPECT_EQ(run({measured, fourReference(), "--pair", "order"}).exitCode, 4);
+}
+
+TEST_F(diffRefusal, noColourData_givesExitCode4) {
+    const std::string bare = chart("m.txt", "SAMPLE_ID CMYK_C", {"A 1"});
+    const Outcome result = run({bare, bare});
+    EXPECT_EQ(result.exitCode, 4);
+    EXPECT_THAT(result.err, HasSubstr("m.txt holds no colour data"));
+}
+
+TEST_F(diffRefusal, sourceThatIsNotThere_givesExitCode4) {
+    EXPECT_EQ(run({four(), fourReference(), "--measured-as", "spectra"}).exitCode, 4);
+}
+
+TEST_F(diffRefusal, valueThatIsNotFinite_givesExitCode3WithRowAndColumn) {
+    const std::string file = chart("m.txt", kLab, {"A 50 0 0", "B 60 nan 0"});
+    const Outcome result = run({file, file});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_THAT(result.err, HasSubstr("m.txt: row 2, column \"LAB_A\""));
+}
+
+TEST_F(diffRefusal, colourThatIsNoNumber_givesExitCode3WithRowAndColumn) {
+    const std::string good = chart("r.txt", kLab, {"A 50 0 0", "B 60 0 0"});
+    for (const char* value : {"N/A", "\"\"", "5%", "-"}) {
+        const std::string bad = chart("m.txt", kLab, {"A 50 0 0", std::string("B 60 ") + value + " 0"});
+        for (const bool isMeasured : {true, false}) {
+            const Outcome result = isMeasured ? run({bad, good}) : run({good, bad});
+            EXPECT_EQ(result.exitCode, 3) << value;
+            EXPECT_THAT(result.out, IsEmpty());
+            EXPECT_THAT(result.err, AllOf(HasSubstr("m.txt: row 2, column \"LAB_A\" (number 3): "),
+                                          HasSubstr(" is no number")));
+        }
+    }
+}
+
+TEST_F(diffRefusal, spectralAndXyzValuesThatAreNoNumbers_giveExitCode3) {
+    const std::string spectra = chart("s.txt", "SAMPLE_ID nm400 nm700", {"A 0.5 n.a."});
+    EXPECT_THAT(run({spectra, spectra}).err, HasSubstr("row 1, column \"nm700\" (number 3): \"n.a.\""));
+    EXPECT_EQ(run({spectra, spectra, "--pair", "order"}).exitCode, 3);
+    const std::string xyz = chart("x.txt", "SAMPLE_ID XYZ_X XYZ_Y XYZ_Z", {"A 20 x 20"});
+    EXPECT_THAT(run({xyz, xyz}).err, HasSubstr("row 1, column \"XYZ_Y\" (number 3): \"x\""));
+}
+
+TEST_F(diffRefusal, deviceValueThatIsNoNumber_givesExitCode3UnlessTheOrderPairs) {
+    const std::string fields = "CMYK_C CMYK_M CMYK_Y CMYK_K LAB_L LAB_A LAB_B";
+    const std::string file = chart("m.txt", fields, {"0 0 0 0 95 0 0", "0 ? 0 0 50 0 0"});
+    const Outcome result = run({file, file});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_THAT(result.err, HasSubstr("m.txt: row 2, column \"CMYK_M\" (number 2): \"?\" is no number"));
+    const std::string whole = chart("r.txt", fields, {"0 0 0 0 95 0 0", "0 9 0 0 50 0 0"});
+    const nlohmann::json report = json({file, whole, "--pair", "order"});
+    ASSERT_EQ(report["remarks"].size(), 1u);
+    EXPECT_THAT(report["remarks"][0].get<std::string>(), HasSubstr("\"?\" is no number"));
+}
+
+TEST_F(diffJson, valuesThatAreNoNumbersInOtherColumns_areRemarkedOnOncePerFile) {
+    const std::string file =
+        chart("m.txt", "SAMPLE_ID LAB_L LAB_A LAB_B LAB_C STDEV_X", {"A 50 0 0 1 N/A", "B 50 0 0 N/A N/A"});
+    const nlohmann::json report = json({file, file});
+    ASSERT_EQ(report["remarks"].size(), 1u);
+    EXPECT_THAT(report["remarks"][0].get<std::string>(),
+                HasSubstr("m.txt: row 1, column \"STDEV_X\" (number 6): \"N/A\" is no number; the column is "
+                          "not compared, nor is another one with such values"));
+    EXPECT_THAT(report["warnings"], IsEmpty());
+}
+
+TEST_F(diffJson, valuesThatAreNoNumbersInALaterTable_doNotMatter) {
+    const std::string file =
+        folder.write("two.txt", chartText(kLab, {"A 50 0 0"}) + chartText(kLab, {"A N/A 0 0"}));
+    EXPECT_THAT(json({file, file})["remarks"], IsEmpty());
+}
+
+TEST_F(diffRefusal, colourInALaterTableAlone_isToldWithItsTable) {
+    const std::string file =
+        folder.write("two.txt", chartText("SAMPLE_ID CMYK_C", {"A 1"}) + chartText(kLab, {"A 50 0 0"}));
+    const Outcome result = run({file, file});
+    EXPECT_EQ(result.exitCode, 4);
+    EXPECT_THAT(result.err, AllOf(HasSubstr("two.txt: table 1 of 2 holds no colour data"),
+                                  HasSubstr("table 2 does, but only the first table is compared")));
+}
+
+// CIEDE2000 raises chromas to the 7th power.
+TEST_F(diffRefusal, differenceThatIsNotFinite_givesExitCode3WithBothFiles) {
+    const std::string file = chart("m.txt", kLab, {"A 50 0 0", "B 60 0 0"});
+    const std::string large = chart("large.txt", kLab, {"A 50 0 0", "B 60 1e60 0"});
+    const Outcome result = run({file, large, "--formula", "2000"});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_THAT(result.err, AllOf(HasSubstr("row 2 of "), HasSubstr("m.txt and "), HasSubstr("large.txt: "),
+                                  HasSubstr("too large")));
+}
+
+TEST_F(diffRefusal, spectrumThatCannotBeSet_givesExitCode3) {
+    const std::string file = chart("m.txt", "SAMPLE_ID SPECTRAL_400 nm400", {"A 0.5 0.5"});
+    const Outcome result = run({file, file});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_THAT(result.err, HasSubstr("row 1, column \"nm400\""));
+}
+
+TEST_F(diffRefusal, unknownNames_giveExitCode2WithTheKnownOnes) {
+    const Outcome illuminant = run({four(), fourReference(), "--illuminant", "D51"});
+    EXPECT_EQ(illuminant.exitCode, 2);
+    EXPECT_THAT(illuminant.err, AllOf(HasSubstr("unknown illuminant \"D51\""), HasSubstr("D65")));
+    const Outcome observer = run({four(), fourReference(), "--observer", "3 degree"});
+    EXPECT_EQ(observer.exitCode, 2);
+    EXPECT_THAT(observer.err, AllOf(HasSubstr("unknown observer \"3 degree\""), HasSubstr("\"10 degree\"")));
+    const Outcome formula = run({four(), fourReference(), "--formula", "classic"});
+    EXPECT_EQ(formula.exitCode, 2);
+    EXPECT_THAT(formula.err,
+                AllOf(HasSubstr("unknown formula \"classic\""), HasSubstr("cmc21"), HasSubstr("CIEDE2000")));
+}
+
+TEST_F(diffRefusal, f2WithTheTenDegreeObserver_givesExitCode2ForLabToo) {
+    EXPECT_EQ(run({four(), fourReference(), "--illuminant", "F2", "--observer", "10"}).exitCode, 2);
+    EXPECT_EQ(run({kDemoSpectra, kDemoAims, "--illuminant", "F11", "--observer", "10 degree"}).exitCode, 2);
+}
+
+TEST_F(diffRefusal, reportsOfTheLibrary_doNotReachTheTerminal) {
+    const Outcome result = run({four(), fourReference(), "--illuminant", "CIE Illuminant D50"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_THAT(result.err, IsEmpty());
+    EXPECT_THAT(result.out, HasSubstr("illuminant  D50\n"));
+}
+
+TEST_F(diffRefusal, noIlluminants_giveExitCode3WithTheDirectoryAndTheRemedy) {
+    const Outcome result =
+        runCommand({"diff", four(), fourReference()}, {{"QX_CMS=" + folder.path()}, false});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_THAT(result.err, AllOf(HasSubstr(folder.path("r/ill")), HasSubstr("QX_CMS")));
+}
+
+TEST_F(diffRefusal, illuminantsOfOnesOwn_areFoundThroughQxCms) {
+    std::filesystem::create_directories(folder.path("r/ill"));
+    std::filesystem::copy(QXCMS_SOURCE_DIR "/data/r/ill/d65.ill", folder.path("r/ill/d65.ill"));
+    const Surroundings own = {{"QX_CMS=" + folder.path()}, false};
+    EXPECT_EQ(runCommand({"diff", four(), fourReference(), "--illuminant", "D65"}, own).exitCode, 0);
+    EXPECT_EQ(runCommand({"diff", four(), fourReference(), "--illuminant", "D50"}, own).exitCode, 2);
+}
+
+TEST_F(diffRefusal, bothFiles_areToldAtOnce) {
+    const Outcome result = run({folder.path("one.txt"), folder.path("two.txt")});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_THAT(result.err, AllOf(HasSubstr("one.txt"), HasSubstr("two.txt")));
+}
+
+TEST_F(diffRefusal, documentWithoutATable_givesExitCode3) {
+    const Outcome result = run({folder.write("empty.txt", ""), four()});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_THAT(result.err, HasSubstr("empty.txt: holds no data table"));
+}
+
+} // namespace

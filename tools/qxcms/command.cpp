@@ -1,0 +1,213 @@
+#include "tools/qxcms/command.h"
+
+#include <cmath>
+#include <limits>
+#include <new>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "base/number_text.h"
+#include "base/version.h"
+#include "platform/default/host.h"
+#include "qc/formulas.h"
+#include "qc/printable_text.h"
+#include "qc/refusal.h"
+#include "tools/qxcms/console.h"
+#include "tools/qxcms/diff_command.h"
+#include "tools/qxcms/exit_code.h"
+#include "tools/qxcms/info_command.h"
+#include "tools/qxcms/report/text_layout.h"
+
+namespace qxcms::command {
+
+namespace {
+
+constexpr std::size_t kFooterIndent = 12;
+
+std::string exitCodesFooter() {
+    return paragraph("Exit codes:", kFooterIndent,
+                     "0 done, 1 a difference above the tolerance, 2 usage, 3 unreadable input, 4 not "
+                     "comparable, 5 output not written or out of memory");
+}
+
+/// Keeps the library's reports off the terminal while it lives: the command tells what matters itself.
+class QuietLibrary {
+public:
+    QuietLibrary() {
+        const qxcms_report_handler dropping = {nullptr, nullptr, nullptr};
+        qxcms_set_report_handler(&dropping);
+    }
+    QuietLibrary(const QuietLibrary&) = delete;
+    QuietLibrary& operator=(const QuietLibrary&) = delete;
+    ~QuietLibrary() { qxcms_set_report_handler(nullptr); }
+};
+
+/// The command line as text, before it is understood.
+struct Texts {
+    std::string pair = "auto";
+    std::string measuredAs = "auto";
+    std::string referenceAs = "auto";
+    std::string worst = "10";
+    std::optional<std::string> tolerance;
+};
+
+std::optional<qc::ColorSource> sourceOf(const std::string& text) {
+    for (const qc::ColorSource source :
+         {qc::ColorSource::spectra, qc::ColorSource::lab, qc::ColorSource::xyz}) {
+        if (text == qc::nameOf(source))
+            return source;
+    }
+    return std::nullopt;
+}
+
+int worstOf(const std::string& text) {
+    const char* const last = text.data() + text.size();
+    const char* end = nullptr;
+    const int value = detail::parseInt(text.data(), last, &end);
+    constexpr int kMost = std::numeric_limits<int>::max();
+    const bool isClamped = value == kMost && detail::parseDouble(text.data(), last) > kMost;
+    if (text.empty() || end != last || value < 0 || isClamped)
+        throw qc::Refusal(qc::Refusal::Kind::usage, "--worst: " + qc::quoted(text) +
+                                                        " is no whole number from 0 to " +
+                                                        std::to_string(kMost));
+    return value;
+}
+
+double toleranceOf(const std::string& text) {
+    const char* const last = text.data() + text.size();
+    const char* end = nullptr;
+    const double value = detail::parseDouble(text.data(), last, &end);
+    if (text.empty() || end != last || !std::isfinite(value) || value < 0.0)
+        throw qc::Refusal(qc::Refusal::Kind::usage, "--tolerance: " + qc::quoted(text) +
+                                                        " is no number from 0 up (with a decimal point)");
+    return value;
+}
+
+// One of a few words, which the help shows once.
+CLI::Option* wordOption(CLI::App& app, const std::string& name, std::string& target,
+                        const std::vector<std::string>& words, const std::string& shown,
+                        const std::string& description) {
+    return app.add_option(name, target, description)
+        ->capture_default_str()
+        ->check(CLI::IsMember(words).description(""))
+        ->type_name(shown);
+}
+
+void defineDiff(CLI::App& diff, DiffOptions& options, Texts& texts) {
+    const std::vector<std::string> sources = {"auto", "spectra", "lab", "xyz"};
+    diff.add_option("MEASURED", options.measured, "CGATS file of the samples")->required()->type_name("");
+    diff.add_option("REFERENCE", options.reference, "CGATS file of the standards")->required()->type_name("");
+    diff.add_option("--illuminant", options.illuminant, "an unknown name lists the known ones")
+        ->capture_default_str()
+        ->type_name("NAME");
+    diff.add_option("--observer", options.observer, "2 degree or 10 degree")
+        ->capture_default_str()
+        ->type_name("NAME");
+    diff.add_option("--formula", options.formula, "see below")->capture_default_str()->type_name("NAME");
+    wordOption(diff, "--pair", texts.pair, {"auto", "order"}, "auto|order",
+               "rows must agree in device values or identifiers, or not");
+    wordOption(diff, "--measured-as", texts.measuredAs, sources, "auto|spectra|lab|xyz",
+               "what to take from MEASURED");
+    wordOption(diff, "--reference-as", texts.referenceAs, sources, "auto|spectra|lab|xyz",
+               "what to take from REFERENCE");
+    diff.add_option("--worst", texts.worst, "how many of the worst patches to list")
+        ->capture_default_str()
+        ->type_name("N");
+    diff.add_option("--tolerance", texts.tolerance, "exit code 1 when a difference lies above it")
+        ->type_name("X");
+    diff.add_flag("--json", options.json, "write JSON (docs/json.md)");
+    diff.footer(paragraph("Formulas:", kFooterIndent, qc::knownFormulas()) + exitCodesFooter());
+}
+
+void defineInfo(CLI::App& info, InfoOptions& options) {
+    info.add_option("FILE", options.files, "CGATS files")->required()->type_name("");
+    info.add_flag("--json", options.json, "write JSON (docs/json.md)");
+    info.footer(exitCodesFooter());
+}
+
+std::string withoutSubcommand(const CLI::App& app) {
+    const std::vector<std::string> words = app.remaining();
+    const std::string problem =
+        words.empty() ? "no subcommand" : "unknown subcommand or option " + qc::quoted(words.front());
+    return problem + "; the subcommands are diff and info";
+}
+
+// --help and --version arrive here too.
+int answerParseError(const CLI::App& app, const CLI::ParseError& error) {
+    std::ostringstream out;
+    std::ostringstream ignored;
+    if (app.exit(error, out, ignored) == 0)
+        return print(out.str()) ? kDone : kFailed;
+    const std::vector<CLI::App*> chosen = app.get_subcommands();
+    const std::string reason = chosen.empty() ? withoutSubcommand(app) : qc::printable(error.what());
+    const std::string helped = chosen.empty() ? "qxcms" : "qxcms " + chosen.front()->get_name();
+    complain(reason + "; \"" + helped + " --help\" tells how it is used");
+    return kUsage;
+}
+
+int parseAndRun(int argc, const char* const* argv) {
+    CLI::App app("Compares measured colour charts and tells what CGATS files hold.", "qxcms");
+    app.set_version_flag("--version", "qxcms " QXCMS_VERSION);
+    app.require_subcommand(1);
+    app.footer(exitCodesFooter());
+    DiffOptions diffOptions;
+    Texts texts;
+    InfoOptions infoOptions;
+    CLI::App* const diff = app.add_subcommand("diff", "Differences of two charts, patch by patch");
+    CLI::App* const info = app.add_subcommand("info", "What files hold");
+    defineDiff(*diff, diffOptions, texts);
+    defineInfo(*info, infoOptions);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return answerParseError(app, error);
+    }
+    if (*info)
+        return runInfo(infoOptions);
+    diffOptions.comparison.pair = texts.pair == "order" ? qc::PairChoice::order : qc::PairChoice::automatic;
+    diffOptions.comparison.measuredAs = sourceOf(texts.measuredAs);
+    diffOptions.comparison.referenceAs = sourceOf(texts.referenceAs);
+    diffOptions.worst = worstOf(texts.worst);
+    if (texts.tolerance)
+        diffOptions.tolerance = toleranceOf(*texts.tolerance);
+    return runDiff(diffOptions);
+}
+
+int exitCodeOf(qc::Refusal::Kind kind) {
+    switch (kind) {
+    case qc::Refusal::Kind::usage:
+        return kUsage;
+    case qc::Refusal::Kind::unreadable:
+        return kUnreadable;
+    case qc::Refusal::Kind::notComparable:
+        return kNotComparable;
+    }
+    return kFailed;
+}
+
+} // namespace
+
+int run(int argc, const char* const* argv) noexcept {
+    const QuietLibrary quiet;
+    try {
+        return parseAndRun(argc, argv);
+    } catch (const qc::Refusal& refusal) {
+        complain(refusal.what());
+        return exitCodeOf(refusal.kind());
+    } catch (const std::bad_alloc&) {
+        complain("out of memory");
+        return kFailed;
+    } catch (const std::exception& error) {
+        complain(error.what());
+        return kFailed;
+    } catch (...) {
+        complain("something unknown went wrong");
+        return kFailed;
+    }
+}
+
+} // namespace qxcms::command

@@ -1,0 +1,84 @@
+#include "tools/qxcms/diff_command.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "qc/comparison.h"
+#include "qc/conditions.h"
+#include "qc/formulas.h"
+#include "qc/illuminants.h"
+#include "qc/observers.h"
+#include "qc/printable_text.h"
+#include "qc/refusal.h"
+#include "tools/qxcms/console.h"
+#include "tools/qxcms/document_file.h"
+#include "tools/qxcms/exit_code.h"
+#include "tools/qxcms/report/diff_json.h"
+#include "tools/qxcms/report/diff_report.h"
+#include "tools/qxcms/report/diff_text.h"
+
+namespace qxcms::command {
+
+namespace {
+
+// Tells why the file cannot be compared. @return whether it can.
+bool isUsable(const DocumentFile& file) {
+    if (file.failure)
+        complain(describeFailure(file));
+    else if (file.document->GetNrTables() == 0)
+        complain(qc::printable(file.name) +
+                 ": holds no data table (BEGIN_DATA_FORMAT, NUMBER_OF_SETS, BEGIN_DATA)");
+    return !file.failure && file.document->GetNrTables() > 0;
+}
+
+// The first table of the file.
+qc::Chart chartOf(const DocumentFile& file) {
+    qc::Chart chart{file.name, file.document.get(), 0};
+    std::copy_if(file.doubts.begin(), file.doubts.end(), std::back_inserter(chart.doubts),
+                 [&](const qc::DoubtfulValue& doubt) { return doubt.table == chart.table; });
+    return chart;
+}
+
+int compareAndReport(const DocumentFile& measured, const DocumentFile& reference,
+                     const qc::Conditions& conditions, const DiffOptions& options,
+                     const std::vector<std::string>& warnings) {
+    const qc::Comparison comparison =
+        qc::compare(chartOf(measured), chartOf(reference), conditions, options.comparison);
+    const DiffReport report(comparison, conditions, options.worst, options.tolerance, warnings);
+    if (!print(options.json ? diffJson(report) : diffText(report)))
+        return kFailed;
+    return report.aboveTolerance > 0 ? kAboveTolerance : kDone;
+}
+
+} // namespace
+
+int runDiff(const DiffOptions& options) {
+    const qc::Formula formula = qc::findFormula(options.formula);
+    const TObserver observer = qc::findObserver(options.observer);
+    const qc::Illuminants illuminants;
+    const qc::Conditions conditions(*illuminants.find(options.illuminant), observer, formula);
+
+    const DocumentFile measured = readDocument(options.measured);
+    const DocumentFile reference = readDocument(options.reference);
+    const bool oneFile = options.measured == options.reference;
+    std::vector<std::string> warnings = measured.warnings;
+    if (!oneFile)
+        warnings.insert(warnings.end(), reference.warnings.begin(), reference.warnings.end());
+    // Where there is no report, the warnings may tell why.
+    const auto warnOfFiles = [&] { std::for_each(warnings.begin(), warnings.end(), warn); };
+
+    const bool measuredIsUsable = isUsable(measured);
+    const bool referenceIsUsable = oneFile ? measuredIsUsable : isUsable(reference);
+    if (!measuredIsUsable || !referenceIsUsable) {
+        warnOfFiles();
+        return kUnreadable;
+    }
+    try {
+        return compareAndReport(measured, reference, conditions, options, warnings);
+    } catch (const qc::Refusal&) {
+        warnOfFiles();
+        throw;
+    }
+}
+
+} // namespace qxcms::command

@@ -1,0 +1,5 @@
+#include "tools/qxcms/command.h"
+
+int main(int argc, char** argv) {
+    return qxcms::command::run(argc, argv);
+}

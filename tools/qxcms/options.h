@@ -1,0 +1,30 @@
+/// @file
+/// What the command line asks for.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "qc/comparison.h"
+
+namespace qxcms::command {
+
+struct DiffOptions {
+    std::string measured;
+    std::string reference;
+    std::string illuminant = "D50";
+    std::string observer = "2 degree";
+    std::string formula = "76";
+    qc::ComparisonOptions comparison;
+    int worst = 10;
+    std::optional<double> tolerance;
+    bool json = false;
+};
+
+struct InfoOptions {
+    std::vector<std::string> files;
+    bool json = false;
+};
+
+} // namespace qxcms::command

@@ -1,0 +1,29 @@
+#include "tools/qxcms/report/diff_report.h"
+
+#include <algorithm>
+
+#include "qc/statistics.h"
+
+namespace qxcms::command {
+
+namespace {
+
+std::size_t countAbove(const qc::Comparison& comparison, std::optional<double> tolerance) {
+    if (!tolerance)
+        return 0;
+    const auto isAbove = [&](const qc::Patch& patch) { return patch.difference.total > *tolerance; };
+    return static_cast<std::size_t>(
+        std::count_if(comparison.patches.begin(), comparison.patches.end(), isAbove));
+}
+
+} // namespace
+
+DiffReport::DiffReport(const qc::Comparison& theComparison, const qc::Conditions& theConditions,
+                       int worstCount, std::optional<double> theTolerance,
+                       const std::vector<std::string>& theWarnings)
+    : comparison(theComparison), conditions(theConditions),
+      worst(qc::worst(theComparison.differences(), static_cast<std::size_t>(worstCount))),
+      tolerance(theTolerance), aboveTolerance(countAbove(theComparison, theTolerance)),
+      warnings(theWarnings) {}
+
+} // namespace qxcms::command

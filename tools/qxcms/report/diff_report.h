@@ -1,0 +1,27 @@
+/// @file
+/// What the reports of "qxcms diff" are written from.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "qc/comparison.h"
+#include "qc/conditions.h"
+
+namespace qxcms::command {
+
+struct DiffReport {
+    const qc::Comparison& comparison;
+    const qc::Conditions& conditions;
+    std::vector<std::size_t> worst; ///< indices of patches, worst first
+    std::optional<double> tolerance;
+    std::size_t aboveTolerance;        ///< the number of patches above it
+    std::vector<std::string> warnings; ///< about the files
+
+    DiffReport(const qc::Comparison& comparison, const qc::Conditions& conditions, int worstCount,
+               std::optional<double> tolerance, const std::vector<std::string>& warnings);
+};
+
+} // namespace qxcms::command
