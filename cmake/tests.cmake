@@ -27,7 +27,7 @@ target_compile_definitions(qxcms_tests PRIVATE
 add_dependencies(qxcms_tests qxcms_data)
 gtest_discover_tests(qxcms_tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
 
-foreach(suite failing_platform headers cli)
+foreach(suite failing_platform headers examples cli)
     if(suite STREQUAL "cli" AND NOT QXCMS_BUILD_COMMAND)
         continue()
     endif()
