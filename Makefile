@@ -11,7 +11,8 @@ all: build/release/Makefile
 	cmake --build --preset release --parallel $(JOBS)
 
 # Compares the shipped spectra of a chart with its published aim values.
-demo: setup all
+demo: setup build/release/Makefile
+	cmake --build --preset release --parallel $(JOBS) --target qxcms_command
 	./build/release/bin/qxcms diff data/charts/colorchecker_spectral.txt data/charts/colorchecker_aims.txt \
 	    --illuminant "CIE Illuminant C" --observer "2 degree"
 
