@@ -222,7 +222,8 @@ public:
     /// @}
 
     /// The measured colour of a sample, owned by the caller: a TReflectionSpectrum for a table with spectra,
-    /// else a TLABMeasurement for one with CIELAB, else null.
+    /// else a TLABMeasurement for one with CIELAB, else null; null also when the sample's process colours,
+    /// which become its coordinates, cannot be read.
     /// @param illuminant not owned. @param observer, geometry copied.
     TOneMeasurement* GetMeasurement(int table, int sample, TIlluminant* illuminant, const TObserver* observer,
                                     const TMeasGeom* geometry) const;

@@ -219,6 +219,11 @@ TEST(cgatsMeasurement, spotsBesideProcessColors_areNoCoordinates) {
     EXPECT_EQ(coordinatesOf(Conditions().of(document)), (std::vector<double>{1, 2, 3, 4}));
 }
 
+TEST(cgatsMeasurement, processColorNumberGivenTwice_givesNone) {
+    const ReadDocument document("PROCESSCOLOR_ID \"Orange\"\n" + tableOf("PC1_1 PC1_1 nm400", {"10 20 0.5"}));
+    EXPECT_EQ(Conditions().of(document), nullptr);
+}
+
 TEST(cgatsMeasurement, tableWithoutDeviceColors_givesNoCoordinates) {
     const ReadDocument document(tableOf("RGB_R RGB_G RGB_B LAB_L LAB_A LAB_B", {"1 2 3 50 6 7"}));
     EXPECT_EQ(coordinatesOf(Conditions().of(document)), std::vector<double>{});

@@ -265,6 +265,13 @@ TEST(cgatsTokeniser, hashInAQuotedValue_dropsOnlyTheFirstQuoteBehindIt) {
     EXPECT_EQ(Line("CREATED \"a#b\"#c").comment, "b#c");
 }
 
+TEST(cgatsTokeniser, hashInAQuotedStretchOfABareValue_dropsTheFirstQuoteToo) {
+    const Line line("CREATED a \"b c#d\"e\"f");
+    EXPECT_EQ(line.value, "ab c");
+    EXPECT_EQ(line.numeric, 0);
+    EXPECT_EQ(line.comment, "de\"f");
+}
+
 TEST(cgatsTokeniser, hashInAnUnterminatedQuotedValue_startsTheComment) {
     const Line line("CREATED \"a # b");
     EXPECT_EQ(line.value, "a ");
