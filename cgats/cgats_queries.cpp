@@ -44,13 +44,6 @@ int solidColorant(const double* coordinates, int count) {
     return candidate;
 }
 
-int columnOfName(const TCgatsTableHeader& header, const char* name) {
-    for (int i = 0; i < header.GetNrFields(); ++i)
-        if (strcmp_ci(header.GetField(i)->GetName(), name) == 0)
-            return i;
-    return -1;
-}
-
 } // namespace
 
 // The table a query may look into: null for a bad index, a document or a table in error.
@@ -154,7 +147,7 @@ bool TCgats::ContainsFieldName(int table, const char* name) const {
 
 int TCgats::GetFieldNameIndex(int table, const char* name) const {
     const TCgatsTableHeader* const header = usableHeader(table);
-    return header == nullptr || name == nullptr ? kFailed : columnOfName(*header, name);
+    return header == nullptr || name == nullptr ? kFailed : columnOfName(table, name);
 }
 
 bool TCgats::ContainsSpotDescriptions(int) const {

@@ -103,7 +103,7 @@ int TCgats::MatchField(const char* name, int* kind, int* number, int* dataType, 
 
         // Kept on purpose: a declared name wins, also over a standard name, and makes its column text
         // (fieldClassification.customName_winsOverEveryOtherClass).
-        const int custom = findIgnoringCase(customFields, nrCustomFields, name);
+        const int custom = findCustomField(name);
         if (custom >= 0) {
             *canonicalName = customFields[custom];
             return answer(TCgatsField::kCustom, 0, TCgatsField::kString, custom);

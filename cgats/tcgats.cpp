@@ -4,10 +4,13 @@
 #include <cstring>
 #include <memory>
 #include <new>
+#include <utility>
+#include <vector>
 
 #include "base/guarded.h"
 #include "base/owned_text.h"
 #include "cgats/cgats_vocabulary.h"
+#include "cgats/name_index.h"
 #include "platform/utility.h"
 
 namespace {
@@ -41,6 +44,14 @@ std::unique_ptr<TCgatsTag> newTag(int code, const char* keyword, int numeric, co
 
 } // namespace
 
+// What a document knows of its names beside their list, and of the fields of each table. The list of custom
+// names has a place in front of its first entry that points here.
+struct TCgats::Names {
+    std::int32_t customCapacity = 0;
+    qxcms::detail::NameIndex custom;
+    std::vector<qxcms::detail::NameIndex> fields;
+};
+
 TCgats::TCgats() {
     SetToZero();
 }
@@ -70,7 +81,9 @@ TCgats::~TCgats() {
         delete[] commentBlocks[i];
     for (std::int32_t i = 0; i < nrCustomFields; ++i)
         delete[] customFields[i];
-    delete[] customFields;
+    delete names();
+    if (customFields != nullptr)
+        delete[](customFields - 1);
     for (std::int32_t i = 0; i < nrTables; ++i)
         delete tables[i];
     delete[] tables;
@@ -157,14 +170,57 @@ int TCgats::InsertTag(int code, const char* keyword, int numeric, const char* va
     return 0;
 }
 
+TCgats::Names* TCgats::names() const {
+    return customFields == nullptr ? nullptr : reinterpret_cast<Names*>(customFields[-1]);
+}
+
+// Null when there is no memory.
+TCgats::Names* TCgats::makeNames() {
+    if (customFields == nullptr) {
+        std::unique_ptr<Names> made(new (std::nothrow) Names);
+        char** const list = made ? new (std::nothrow) char*[1] : nullptr;
+        if (list == nullptr)
+            return nullptr;
+        list[0] = reinterpret_cast<char*>(made.release());
+        customFields = list + 1;
+    }
+    return names();
+}
+
+bool TCgats::makeRoomForCustomField() {
+    Names* const known = makeNames();
+    if (known == nullptr || !known->custom.reserve(nrCustomFields + 1))
+        return false;
+    if (nrCustomFields < known->customCapacity)
+        return true;
+    const std::int32_t capacity = std::max(1, 2 * known->customCapacity);
+    char** const larger = new (std::nothrow) char*[static_cast<std::size_t>(capacity) + 1];
+    if (larger == nullptr)
+        return false;
+    std::copy_n(customFields - 1, nrCustomFields + 1, larger);
+    delete[](customFields - 1);
+    customFields = larger + 1;
+    known->customCapacity = capacity;
+    return true;
+}
+
 int TCgats::AddCustomField(const char* name) {
     if (name == nullptr || *name == '\0')
         return kRefused;
     auto copy = qxcms::detail::copyText(name);
-    if (!copy || !makeRoom(customFields, nrCustomFields))
+    if (!copy || !makeRoomForCustomField())
         return kRefused;
-    customFields[nrCustomFields++] = copy.release();
+    customFields[nrCustomFields] = copy.release();
+    names()->custom.add(customFields[nrCustomFields], [this](std::int32_t i) { return customFields[i]; });
+    ++nrCustomFields;
     return 0;
+}
+
+// The first custom field of that name, ignoring case, or -1.
+int TCgats::findCustomField(const char* name) const {
+    const Names* const known = names();
+    return known == nullptr ? -1
+                            : known->custom.find(name, [this](std::int32_t i) { return customFields[i]; });
 }
 
 int TCgats::InitTmpHeader(int count) {
@@ -190,10 +246,28 @@ TCgatsTable* TCgats::GetTable(int index) const {
 }
 
 int TCgats::addTable(std::unique_ptr<TCgatsTable> table) {
-    if (!makeRoom(tables, nrTables))
+    Names* const known = makeNames();
+    if (known == nullptr || !makeRoom(tables, nrTables))
         return qxcms::detail::kUnknownError;
-    tables[nrTables++] = table.release();
-    return 0;
+    const TCgatsTableHeader& header = *table->GetHeader();
+    const auto nameAt = [&header](std::int32_t i) { return header.GetField(i)->GetName(); };
+    qxcms::detail::NameIndex fields;
+    if (!fields.reserve(header.GetNrFields()))
+        return qxcms::detail::kUnknownError;
+    for (int i = 0; i < header.GetNrFields(); ++i)
+        fields.add(nameAt(i), nameAt);
+    return qxcms::detail::guarded(static_cast<int>(qxcms::detail::kUnknownError), [&] {
+        known->fields.push_back(std::move(fields));
+        tables[nrTables++] = table.release();
+        return 0;
+    });
+}
+
+// The first column of that name, ignoring case, in a table that has its header; or -1.
+int TCgats::columnOfName(int table, const char* name) const {
+    const TCgatsTableHeader& header = *tables[table]->GetHeader();
+    return names()->fields[static_cast<std::size_t>(table)].find(
+        name, [&header](std::int32_t i) { return header.GetField(i)->GetName(); });
 }
 
 int TCgats::addCommentBlock(const char* text, std::size_t length) {

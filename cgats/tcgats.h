@@ -232,6 +232,8 @@ private:
     friend struct qxcms::detail::LayoutProbe;
     friend class qxcms::detail::CgatsReader;
 
+    struct Names;
+
     const TCgatsTable* usableTable(int table) const;
     const TCgatsTableHeader* usableHeader(int table) const;
     const TCgatsTable* tableOfSample(int table, int sample) const;
@@ -239,6 +241,11 @@ private:
     int collectTagValues(int code, int count, const char** values) const;
     const char* tagValue(int code) const;
     int setTagValue(int code, const char* text);
+    Names* names() const;
+    Names* makeNames();
+    bool makeRoomForCustomField();
+    int findCustomField(const char* name) const;
+    int columnOfName(int table, const char* name) const;
     int addTable(std::unique_ptr<TCgatsTable> table);
     int addCommentBlock(const char* text, std::size_t length);
     /// Puts a tag at the end of a list that is not full. @return false when there is no memory.

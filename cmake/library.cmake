@@ -62,6 +62,7 @@ add_library(qxcms_objects OBJECT
     cgats/cgats_reader.cpp
     cgats/cgats_vocabulary.cpp
     cgats/field_classification.cpp
+    cgats/name_index.cpp
     cgats/tcgats.cpp
     cgats/tcgatsfield.cpp
     cgats/tcgatstable.cpp
