@@ -32,7 +32,8 @@ install: all
 	cmake --install build/release
 
 setup:
-	@tools/setup/install_packages.sh g++ cmake libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev
+	@tools/setup/install_packages.sh g++ cmake libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev locales
+	@tools/setup/make_locale.sh
 
 setup-bench: setup
 	@tools/setup/install_packages.sh libbenchmark-dev

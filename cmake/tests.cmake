@@ -22,12 +22,11 @@ file(GLOB qxcmsTestSources CONFIGURE_DEPENDS
 add_executable(qxcms_tests ${qxcmsTestSources})
 target_link_libraries(qxcms_tests PRIVATE
     qxcms_objects qxcms_base qxcms_test_flags GTest::gmock GTest::gtest ${CMAKE_DL_LIBS})
-target_compile_definitions(qxcms_tests PRIVATE
-    QXCMS_SOURCE_DIR="${PROJECT_SOURCE_DIR}" QXCMS_BINARY_DIR="${PROJECT_BINARY_DIR}")
+target_compile_definitions(qxcms_tests PRIVATE QXCMS_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
 add_dependencies(qxcms_tests qxcms_data)
 gtest_discover_tests(qxcms_tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
 
-foreach(suite failing_platform headers examples cli)
+foreach(suite failing_platform hostile fuzz_corpus digest headers examples consumer cli surroundings)
     if(suite STREQUAL "cli" AND NOT QXCMS_BUILD_COMMAND)
         continue()
     endif()

@@ -7,12 +7,14 @@
 #include "tests/cli/chart_text.h"
 #include "tests/cli/run_command.h"
 #include "tests/support/scratch.h"
+#include "tests/support/tested_build.h"
 
 using qxcms::tests::chartText;
 using qxcms::tests::Outcome;
 using qxcms::tests::runCommand;
 using qxcms::tests::runProgram;
 using qxcms::tests::ScratchFolder;
+using qxcms::tests::testedProgram;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
@@ -25,7 +27,7 @@ protected:
 
     // Runs the command in a shell; "$0" is the command and "$1" the chart.
     Outcome inShell(const std::string& script) const {
-        return runProgram({"/bin/sh", "-c", script, QXCMS_COMMAND, file});
+        return runProgram({"/bin/sh", "-c", script, testedProgram("qxcms"), file});
     }
 };
 

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include "tests/support/scratch.h"
+#include "tests/support/tested_build.h"
 
 namespace qxcms::tests {
 
@@ -31,7 +32,7 @@ std::vector<std::string> environmentWith(const std::vector<std::string>& additio
 } // namespace
 
 Outcome runCommand(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
-    std::vector<std::string> all = {QXCMS_COMMAND};
+    std::vector<std::string> all = {testedProgram("qxcms")};
     all.insert(all.end(), arguments.begin(), arguments.end());
     return runProgram(all, surroundings);
 }

@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 
 #include "tests/support/scratch.h"
+#include "tests/support/tested_build.h"
 
 namespace qxcms::tests {
 namespace {
@@ -20,7 +21,7 @@ std::string quoted(const std::string& text) {
 
 /// Runs a generator and returns its exit code; what it prints goes to `output`.
 int run(const std::string& generator, const std::vector<std::string>& arguments, const std::string& output) {
-    std::string command = quoted(QXCMS_BINARY_DIR "/bin/" + generator);
+    std::string command = quoted(testedProgram(generator));
     for (const std::string& argument : arguments)
         command.append(" ").append(quoted(argument));
     const int status = std::system(command.append(" > ").append(quoted(output)).append(" 2>&1").c_str());

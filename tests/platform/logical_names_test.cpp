@@ -11,11 +11,13 @@
 
 #include "platform/logical_names.h"
 #include "tests/support/scratch.h"
+#include "tests/support/tested_build.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using qxcms::tests::ScratchFolder;
+using qxcms::tests::testedBuild;
 
 constexpr std::size_t kLongestTranslation = QXCMS_LOGNAM_SIZE - 1;
 
@@ -161,7 +163,7 @@ TEST(logicalNames, unknownName_hasNoTranslation) {
 
 TEST(logicalNames, dataOfTheLibrary_areFoundWithoutAnySetting) {
     const Variable variable("QX_CMS", nullptr);
-    EXPECT_EQ(translated("QX_CMS"), (fs::canonical(QXCMS_BINARY_DIR) / "share" / "qxcms").string());
+    EXPECT_EQ(translated("QX_CMS"), (testedBuild() / "share" / "qxcms").string());
     EXPECT_TRUE(fs::is_directory(path("QX_CMS:[r]")));
 }
 
@@ -174,7 +176,7 @@ TEST(logicalNames, dataOfTheLibrary_yieldToTheEnvironmentAndThatToADefinition) {
 
 TEST(logicalNames, emptyVariable_leavesTheDataOfTheLibrary) {
     const Variable variable("QX_CMS", "");
-    EXPECT_EQ(translated("QX_CMS"), (fs::canonical(QXCMS_BINARY_DIR) / "share" / "qxcms").string());
+    EXPECT_EQ(translated("QX_CMS"), (testedBuild() / "share" / "qxcms").string());
 }
 
 /// The file that the platform layer was loaded from.
