@@ -1,0 +1,48 @@
+#!/bin/sh
+# Builds by g++ and clang++, each without optimisation and fully optimised, and holds them against each other.
+#
+#     tools/checks/check_compilers.sh digests    the digests over the results of every numeric operation are equal
+#     tools/checks/check_compilers.sh suite      every build passes the whole suite, and the digests are equal
+set -eu
+
+what=${1:-digests}
+cd "$(dirname "$0")/../.."
+jobs=${JOBS:-$(nproc)}
+digests=build/compilers/digests
+mkdir -p "$digests"
+rm -f "$digests"/*
+
+configure() { # folder, compiler, level
+    type=Release
+    [ "$3" = O0 ] && type=Debug
+    cmake -S . -B "$1" -DCMAKE_CXX_COMPILER="$2" -DCMAKE_BUILD_TYPE=$type \
+        -DCMAKE_CXX_FLAGS_DEBUG=-O0 -DCMAKE_CXX_FLAGS_RELEASE="-O3 -DNDEBUG" >"$1.log"
+}
+
+for compiler in g++ clang++; do
+    for level in O0 O3; do
+        folder=build/compilers/$compiler-$level
+        configure "$folder" $compiler $level
+        echo "$compiler -$level"
+        if [ "$what" = suite ]; then
+            cmake --build "$folder" --parallel "$jobs" >>"$folder.log"
+            ctest --test-dir "$folder" --parallel "$jobs" --output-on-failure >"$folder.tests.log" || {
+                cat "$folder.tests.log"
+                exit 1
+            }
+            tail -n 5 "$folder.tests.log"
+        else
+            cmake --build "$folder" --parallel "$jobs" --target qxcms_digest >>"$folder.log"
+        fi
+        "$folder/bin/qxcms_digest" >"$digests/$compiler-$level"
+    done
+done
+
+for other in "$digests"/*; do
+    diff "$digests/g++-O3" "$other" || {
+        echo "The digests of $other are not those of g++ -O3: results depend on the build." >&2
+        exit 1
+    }
+done
+cat "$digests/g++-O3"
+echo "The digests of g++ and clang++, -O0 and -O3, are equal."
