@@ -229,6 +229,29 @@ TEST(labSpace, white_thatIsNotANumberIsNotNegative) {
     EXPECT_TRUE(reports.errors.empty());
 }
 
+TEST(labSpace, white_thatIsNotANumberDoesNotEndTheCheck) {
+    const ReportCollector reports;
+    const Triple white = {kNan, -1.0, 108.0};
+    TLabSpace space(white.data());
+    EXPECT_EQ(space.ErrNo(), 2);
+    EXPECT_EQ(storedWhite(space)[1], 0.0);
+    EXPECT_EQ(storedWhite(space)[2], 108.0);
+    EXPECT_EQ(reports.errors, std::vector<Report>{kWhiteRefused});
+}
+
+TEST(labSpace, white_ofMinusInfinityIsRefusedAndOfInfinityTaken) {
+    const ReportCollector reports;
+    const Triple negative = {95.0, 100.0, -kInfinity};
+    TLabSpace refused(negative.data());
+    EXPECT_EQ(refused.ErrNo(), 2);
+    EXPECT_EQ(storedWhite(refused)[2], 0.0);
+    EXPECT_EQ(reports.errors, std::vector<Report>{kWhiteRefused});
+    const Triple positive = {95.0, kInfinity, 108.0};
+    TLabSpace taken(positive.data());
+    EXPECT_EQ(taken.ErrNo(), 0);
+    EXPECT_EQ(reports.errors.size(), 1U);
+}
+
 TEST(labSpace, white_ofNullGivesError2WithoutAReport) {
     const ReportCollector reports;
     TLabSpace space(nullptr);
@@ -375,7 +398,42 @@ TEST(labSpace, lab_onAZeroWhiteDividesByZero) {
     EXPECT_EQ(undefined[2], 0.0);
 }
 
+TEST(labSpace, lab_ofAComponentThatIsNotANumberIsNone) {
+    const Triple x = labOf(kD50, {kNan, 28.41, 11.5766});
+    EXPECT_EQ(x[0], labOf(kD50, {19.41, 28.41, 11.5766})[0]);
+    EXPECT_TRUE(std::isnan(x[1]));
+    EXPECT_EQ(x[2], labOf(kD50, {19.41, 28.41, 11.5766})[2]);
+    const Triple y = labOf(kD50, {19.41, kNan, 11.5766});
+    for (const double coordinate : y)
+        EXPECT_TRUE(std::isnan(coordinate));
+    const Triple z = labOf(kD50, {19.41, 28.41, kNan});
+    EXPECT_FALSE(std::isnan(z[0]));
+    EXPECT_FALSE(std::isnan(z[1]));
+    EXPECT_TRUE(std::isnan(z[2]));
+}
+
+TEST(labSpace, lab_ofAnInfiniteComponentIsInfinite) {
+    EXPECT_EQ(labOf(kD50, {kInfinity, 28.41, 11.5766})[1], kInfinity);
+    EXPECT_EQ(labOf(kD50, {19.41, kInfinity, 11.5766})[0], kInfinity);
+    EXPECT_EQ(labOf(kD50, {19.41, 28.41, kInfinity})[2], -kInfinity);
+}
+
 // Lab to XYZ.
+
+TEST(labSpace, xyz_ofLabThatIsNotANumberIsNoneRatherThanZero) {
+    const Triple ordinary = xyzOf(kD50, {50.0, 10.0, 20.0});
+    const Triple a = xyzOf(kD50, {50.0, kNan, 20.0});
+    EXPECT_TRUE(std::isnan(a[0]));
+    EXPECT_EQ(a[1], ordinary[1]);
+    EXPECT_EQ(a[2], ordinary[2]);
+    const Triple b = xyzOf(kD50, {50.0, 10.0, kNan});
+    EXPECT_EQ(b[0], ordinary[0]);
+    EXPECT_EQ(b[1], ordinary[1]);
+    EXPECT_TRUE(std::isnan(b[2]));
+    const Triple l = xyzOf(kD50, {kNan, 10.0, 20.0});
+    for (const double component : l)
+        EXPECT_TRUE(std::isnan(component));
+}
 
 TEST(labSpace, xyz_ofTheLightestNeutralIsTheWhite) {
     EXPECT_EQ(xyzOf(kD50, {100.0, 0.0, 0.0}), kD50);
@@ -565,6 +623,19 @@ TEST(labSpace, hue_guardEndsBelow1eMinus20) {
     EXPECT_EQ(hueOf(1e-20, 1e-20), std::atan(opaque(1.0)));
     EXPECT_EQ(hueOf(-1e-20, 1e-20), std::atan(opaque(-1.0)) + kPi);
     EXPECT_EQ(hueOf(above(-1e-20), 1e-20), kHalfPi + kPi);
+}
+
+TEST(labSpace, hue_withoutAnAStarPointsDownUnlessBIsPositiveOrZero) {
+    EXPECT_EQ(hueOf(0.0, kNan), -kHalfPi);
+    EXPECT_EQ(hueOf(-1e-21, kNan), -kHalfPi + kPi);
+    // Nothing is added for a b* that is not negative.
+    EXPECT_EQ(hueOf(1e-21, kNan), -kHalfPi);
+}
+
+TEST(labSpace, hue_ofWhatIsNotANumberIsNone) {
+    EXPECT_TRUE(std::isnan(hueOf(kNan, 5.0)));
+    EXPECT_TRUE(std::isnan(hueOf(5.0, kNan)));
+    EXPECT_TRUE(std::isnan(hueOf(-5.0, kNan)));
 }
 
 TEST(labSpace, hue_doesNotDependOnLightness) {
@@ -787,6 +858,75 @@ TEST(labSpace, whiteMapping_reportsEachBadWhite) {
         EXPECT_EQ(TLabSpace::XYZToLabToXYZ(badWhite.data(), badWhite.data(), xyz.data()), 0);
         EXPECT_EQ(reports.errors, (std::vector<Report>{kWhiteRefused, kWhiteRefused}));
     }
+}
+
+TEST(labSpace, whiteMapping_mayRunOnTheWhiteItself) {
+    Triple white = kD50;
+    EXPECT_EQ(TLabSpace::XYZToLabToXYZ(white.data(), kD65TenDegree.data(), white.data()), 0);
+    EXPECT_EQ(white, kD65TenDegree);
+    Triple target = kD65TenDegree;
+    EXPECT_EQ(TLabSpace::XYZToLabToXYZ(kD50.data(), target.data(), target.data()), 0);
+    EXPECT_EQ(target, statedXyz(kD65TenDegree, statedLab(kD50, kD65TenDegree)));
+}
+
+// One array for input and output.
+
+TEST(labSpace, conversionsInPlace_giveTheSameValues) {
+    const TLabSpace space(kD50.data());
+    const Triple xyz = {19.41, 28.41, 11.5766};
+    const Triple lab = labOf(kD50, xyz);
+
+    Triple triple = xyz;
+    EXPECT_EQ(space.XYZToLab(triple.data(), triple.data()), 0);
+    EXPECT_EQ(triple, lab);
+    triple = xyz;
+    EXPECT_EQ(space.FromXYZ(triple.data(), triple.data()), 0);
+    EXPECT_EQ(triple, lab);
+
+    const Triple back = xyzOf(kD50, lab);
+    triple = lab;
+    EXPECT_EQ(space.LabToXYZ(triple.data(), triple.data()), 0);
+    EXPECT_EQ(triple, back);
+    triple = lab;
+    EXPECT_EQ(space.ToXYZ(triple.data(), triple.data()), 0);
+    EXPECT_EQ(triple, back);
+}
+
+TEST(labSpace, labToLabInPlace_givesTheSameValues) {
+    const TLabSpace space(kD50.data());
+    const Triple lab = {62.0, 31.0, -24.0};
+    Triple expected;
+    ASSERT_EQ(space.LabToLab(lab.data(), expected.data(), kD65TenDegree.data()), 0);
+    Triple triple = lab;
+    EXPECT_EQ(space.LabToLab(triple.data(), triple.data(), kD65TenDegree.data()), 0);
+    EXPECT_EQ(triple, expected);
+    Triple white = kD65TenDegree;
+    EXPECT_EQ(space.LabToLab(lab.data(), white.data(), white.data()), 0);
+    EXPECT_EQ(white, expected);
+}
+
+TEST(labSpace, polarConversionsInPlace_giveTheSameValues) {
+    const TLabSpace space(kD50.data());
+    // A hue in the third quadrant, where both coordinates are turned round.
+    const Triple lab = {40.0, -12.0, -31.0};
+    const Triple lhc = labToLhc(lab);
+
+    Triple triple = lab;
+    EXPECT_EQ(TLabSpace::LabToLHC(triple.data(), triple.data()), 0);
+    EXPECT_EQ(triple, lhc);
+    EXPECT_EQ(TLabSpace::LHCToLab(triple.data(), triple.data()), 0);
+    EXPECT_EQ(triple, lhcToLab(lhc[0], lhc[1], lhc[2]));
+
+    const Triple xyz = {4.96, 3.72, 19.59};
+    Triple expected;
+    ASSERT_EQ(space.XYZToLHC(xyz.data(), expected.data()), 0);
+    triple = xyz;
+    EXPECT_EQ(space.XYZToLHC(triple.data(), triple.data()), 0);
+    EXPECT_EQ(triple, expected);
+    ASSERT_EQ(space.LHCToXYZ(lhc.data(), expected.data()), 0);
+    triple = lhc;
+    EXPECT_EQ(space.LHCToXYZ(triple.data(), triple.data()), 0);
+    EXPECT_EQ(triple, expected);
 }
 
 // Null arguments.

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 #include <memory>
 #include <ostream>
 #include <typeinfo>
@@ -29,6 +30,9 @@ const Triple kOtherWhite = {94.811, 100.0, 107.304};
 const Triple kXyz = {19.41, 28.41, 11.5766};
 const Triple kLab = {50.0, 20.0, -30.0};
 const Triple kUntouched = {-9.0, -9.0, -9.0};
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 // An illuminant together with the spectrum it is made of.
 struct Lamp {
@@ -151,6 +155,25 @@ std::unique_ptr<Measurement> copyOf(const Measurement& measurement) {
     const TOneMeasurement& made = *copy;
     EXPECT_EQ(typeid(made), typeid(Measurement));
     return std::unique_ptr<Measurement>(dynamic_cast<Measurement*>(copy.release()));
+}
+
+// What holds for all four.
+
+TEST(colorimetricMeasurements, triples_areWrittenAlone) {
+    Conditions conditions;
+    const TXYZMeasurement xyzMeasurement = conditions.xyz();
+    const TEmissiveXYZMeasurement emissiveXyz = conditions.emissiveXyz();
+    const TLABMeasurement labMeasurement = conditions.lab();
+    const TEmissiveLABMeasurement emissiveLab = conditions.emissiveLab();
+    const TOneMeasurement* const all[4] = {&xyzMeasurement, &emissiveXyz, &labMeasurement, &emissiveLab};
+    for (const TOneMeasurement* measurement : all) {
+        double triple[5] = {7.0, 7.0, 7.0, 7.0, 7.0};
+        EXPECT_EQ(measurement->GetXYZ(nullptr, nullptr, triple + 1), 0);
+        EXPECT_EQ(measurement->GetLAB(nullptr, nullptr, kWhite.data(), triple + 1), 0);
+        EXPECT_EQ(triple[0], 7.0);
+        EXPECT_NE(triple[3], 7.0);
+        EXPECT_EQ(triple[4], 7.0);
+    }
 }
 
 // Reflective tristimulus values.
@@ -404,7 +427,8 @@ TEST(emissiveXyzMeasurement, xyz_intoNullAnswers3) {
 TEST(emissiveXyzMeasurement, xyz_ofAnIncompleteOneAnswersMinusOne) {
     Conditions conditions;
     const TEmissiveXYZMeasurement measurement(1.0, 2.0, 3.0, nullptr, nullptr);
-    EXPECT_EQ(askXyz(measurement, nullptr, nullptr).code, -1);
+    EXPECT_EQ(measurement.GetObserver(), nullptr);
+    EXPECT_EQ(askXyz(measurement, nullptr, nullptr), (Answer{-1, {0.0, 0.0, 0.0}}));
     EXPECT_EQ(askXyz(measurement, conditions.stored(), &conditions.twoDegree).code, -1);
 }
 
@@ -730,6 +754,38 @@ TEST(labMeasurement, lab_fromABadStoredWhiteAnswers3UnlessTheWhitesAgree) {
     EXPECT_EQ(askLabWithoutWhite(measurement, nullptr, nullptr), (Answer{0, kLab}));
 }
 
+TEST(labMeasurement, lab_onItsOwnWhiteIsTheStoredOne) {
+    Conditions conditions;
+    const TLABMeasurement measurement = conditions.lab();
+    Triple lab = kUntouched;
+    EXPECT_EQ(measurement.GetLAB(nullptr, nullptr, measurement.GetWhite(), lab.data()), 0);
+    EXPECT_EQ(lab, kLab);
+}
+
+TEST(labMeasurement, lab_onAWhiteThatIsNotANumberIsReReferenced) {
+    const ReportCollector reports;
+    Conditions conditions;
+    const TLABMeasurement measurement = conditions.lab();
+    const Answer answer = askLab(measurement, nullptr, nullptr, withComponent(kWhite, 0, kNan));
+    EXPECT_EQ(answer.code, 0);
+    EXPECT_TRUE(std::isnan(answer.triple[1]));
+    EXPECT_NEAR(answer.triple[2], kLab[2], 1e-9);
+    EXPECT_TRUE(reports.errors.empty());
+}
+
+TEST(labMeasurement, lab_onAnInfiniteWhiteIsReReferencedAlsoWhenTheStoredOneIsInfinite) {
+    Conditions conditions;
+    const Triple infinite = withComponent(kWhite, 0, kInfinity);
+    // X/Xn is 0 on an infinite white, where f is 0.137931; f of Y is 66/116.
+    const Answer finite = askLab(conditions.lab(), nullptr, nullptr, infinite);
+    EXPECT_EQ(finite.code, 0);
+    EXPECT_NEAR(finite.triple[1], 500.0 * (0.137931 - 66.0 / 116.0), 1e-9);
+    // The difference of two infinities is no number, and so not within the tolerance.
+    const Answer both = askLab(conditions.lab(infinite), nullptr, nullptr, infinite);
+    EXPECT_EQ(both.code, 0);
+    EXPECT_TRUE(std::isnan(both.triple[1]));
+}
+
 TEST(labMeasurement, lab_intoNullAnswers3) {
     Conditions conditions;
     const TLABMeasurement measurement = conditions.lab();
@@ -762,6 +818,20 @@ TEST(labMeasurement, copy_isOfTheSameClassAndIndependent) {
         EXPECT_EQ(copy->GetWhite()[i], kWhite[i]);
     EXPECT_EQ(askLabWithoutWhite(*copy, conditions.stored(), &conditions.tenDegree), (Answer{0, kLab}));
     EXPECT_EQ(askLabWithoutWhite(*copy, nullptr, &conditions.twoDegree), (Answer{-1, kLab}));
+}
+
+TEST(labMeasurement, copy_takesTheCoordinatesOfItsDayAndKeepsThem) {
+    Conditions conditions;
+    const double first[2] = {1.0, 2.0};
+    const double second[3] = {3.0, 4.0, 5.0};
+    TLABMeasurement original(kLab[0], kLab[1], kLab[2], kWhite.data(), nullptr, conditions.stored(),
+                             &conditions.twoDegree, 2, first);
+    ASSERT_EQ(original.SetCoord(3, second), 0);
+    const std::unique_ptr<TLABMeasurement> copy = copyOf(original);
+    EXPECT_EQ(original.SetCoord(0, nullptr), 0);
+    EXPECT_EQ(coordinatesOf(*copy), (std::vector<double>{3.0, 4.0, 5.0}));
+    EXPECT_EQ(copy->SetCoord(1, first), 0);
+    EXPECT_TRUE(coordinatesOf(original).empty());
 }
 
 TEST(labMeasurement, copy_ofAnIncompleteOneIsIncomplete) {
@@ -912,6 +982,20 @@ TEST(emissiveLabMeasurement, lab_onAnyWhiteFurtherAwayAnswersMinusOneWithTheStor
     }
     // No white is ever looked at by CIELAB here.
     EXPECT_TRUE(reports.errors.empty());
+}
+
+TEST(emissiveLabMeasurement, lab_onAWhiteThatIsNoFiniteNumberAnswersMinusOneWithTheStoredValues) {
+    Conditions conditions;
+    const TEmissiveLABMeasurement measurement = conditions.emissiveLab();
+    for (std::size_t i = 0; i < 3; ++i) {
+        for (const double component : {kNan, kInfinity, -kInfinity})
+            EXPECT_EQ(askLab(measurement, nullptr, nullptr, withComponent(kWhite, i, component)),
+                      (Answer{-1, kLab}))
+                << i << ' ' << component;
+    }
+    // The difference of two infinities is no number, and so not within the tolerance.
+    const Triple infinite = withComponent(kWhite, 2, kInfinity);
+    EXPECT_EQ(askLab(conditions.emissiveLab(infinite), nullptr, nullptr, infinite), (Answer{-1, kLab}));
 }
 
 TEST(emissiveLabMeasurement, lab_intoNullAnswers3) {

@@ -173,6 +173,23 @@ TEST(reflectionSpectrum, constructor_withoutSpectrumHasStatus3) {
     EXPECT_EQ(withCoordinates.GetSpectrum(), nullptr);
 }
 
+TEST(reflectionSpectrum, constructor_takesASpectrumThatCouldNotBeSet) {
+    // Two samples at one wavelength: the standard values stay unset.
+    const double wavelengths[2] = {500.0, 500.0};
+    const double values[2] = {0.1, 0.2};
+    const TSpectrum unset(wavelengths, 2, values);
+    ASSERT_EQ(unset.GetStatus(), 4);
+    TReflectionSpectrum reflection(&unset, nullptr);
+    TEmissionSpectrum emission(&unset, nullptr);
+    for (TOneMeasurement* measurement :
+         {static_cast<TOneMeasurement*>(&reflection), static_cast<TOneMeasurement*>(&emission)}) {
+        EXPECT_EQ(measurement->GetStatus(), 0);
+        ASSERT_NE(measurement->GetSpectrum(), nullptr);
+        EXPECT_EQ(measurement->GetSpectrum()->GetNrSamples(), 2);
+        EXPECT_EQ(standardOf(*measurement->GetSpectrum()), flat(-1.0));
+    }
+}
+
 TEST(reflectionSpectrum, constructor_takesANullGeometry) {
     const TSpectrum spectrum = spectrumOf(flat(0.5));
     const TReflectionSpectrum measurement(&spectrum, nullptr);

@@ -114,8 +114,16 @@ TEST(oneMeasurement, emissiveClasses_standOnTheEmissiveBranch) {
 TEST(oneMeasurement, measurements_areCopiedThroughCopyAlone) {
     EXPECT_FALSE(std::is_copy_constructible_v<TReflectionSpectrum>);
     EXPECT_FALSE(std::is_copy_assignable_v<TReflectionSpectrum>);
+    EXPECT_FALSE(std::is_copy_constructible_v<TEmissionSpectrum>);
+    EXPECT_FALSE(std::is_copy_assignable_v<TEmissionSpectrum>);
+    EXPECT_FALSE(std::is_copy_constructible_v<TXYZMeasurement>);
+    EXPECT_FALSE(std::is_copy_assignable_v<TXYZMeasurement>);
+    EXPECT_FALSE(std::is_copy_constructible_v<TEmissiveXYZMeasurement>);
+    EXPECT_FALSE(std::is_copy_assignable_v<TEmissiveXYZMeasurement>);
     EXPECT_FALSE(std::is_copy_constructible_v<TLABMeasurement>);
     EXPECT_FALSE(std::is_copy_assignable_v<TLABMeasurement>);
+    EXPECT_FALSE(std::is_copy_constructible_v<TEmissiveLABMeasurement>);
+    EXPECT_FALSE(std::is_copy_assignable_v<TEmissiveLABMeasurement>);
 }
 
 #if defined(__x86_64__) && defined(__GNUC__)
@@ -312,6 +320,23 @@ TEST(oneMeasurement, density_isZerosByDefault) {
         expectNoDensity(measurement, standard);
 }
 
+TEST(oneMeasurement, density_writesFourNumbersAlone) {
+    TSpectrum grey = spectrumOf(flat(0.1));
+    Barest one(nullptr);
+    ScriptedReflection reflection(nullptr);
+    ScriptedReflection withSpectrum(nullptr);
+    withSpectrum.spectrum = &grey;
+    ScriptedEmission emission(nullptr);
+    TOneMeasurement* const all[4] = {&one, &reflection, &withSpectrum, &emission};
+    for (TOneMeasurement* measurement : all) {
+        double densities[5] = {9.0, 9.0, 9.0, 9.0, 9.0};
+        int count = 9;
+        EXPECT_EQ(measurement->GetDensity(TSpectrum::kAnsiT, densities, &count), 0);
+        EXPECT_NE(densities[3], 9.0);
+        EXPECT_EQ(densities[4], 9.0);
+    }
+}
+
 TEST(oneMeasurement, density_byDefaultDoesNotLookAtTheSpectrum) {
     TSpectrum grey = spectrumOf(flat(0.1));
     ScriptedOne measurement(nullptr);
@@ -435,6 +460,15 @@ TEST(oneMeasurement, lab_isThatOfTheXyzOnTheGivenWhite) {
     Triple lab = {9.0, 9.0, 9.0};
     EXPECT_EQ(measurement.GetLAB(nullptr, nullptr, kWhite.data(), lab.data()), 0);
     EXPECT_EQ(lab, expected);
+}
+
+TEST(oneMeasurement, lab_mayBeWrittenOverTheWhite) {
+    const ScriptedOne measurement(nullptr);
+    Triple expected;
+    TLabSpace(kWhite.data()).XYZToLab(measurement.xyz.data(), expected.data());
+    Triple triple = kWhite;
+    EXPECT_EQ(measurement.GetLAB(nullptr, nullptr, triple.data(), triple.data()), 0);
+    EXPECT_EQ(triple, expected);
 }
 
 TEST(oneMeasurement, lab_clampsNegativeXyz) {
