@@ -5,7 +5,8 @@ JOBS ?= $(shell nproc)
 # A recipe needs the packages that the one before it installs.
 .NOTPARALLEL:
 
-.PHONY: all demo test asan bench install setup setup-bench format check-format check-tidy regenerate clean
+.PHONY: all demo test asan bench install setup setup-bench setup-checks format check check-compilers check-format \
+    check-tidy regenerate clean
 
 all: build/release/Makefile
 	cmake --build --preset release --parallel $(JOBS)
@@ -28,15 +29,29 @@ bench: setup-bench build/bench/Makefile
 	cmake --build --preset bench --parallel $(JOBS)
 	./build/bench/bin/qxcms_bench
 
+# PREFIX=DIR chooses the place, DESTDIR=DIR stages it.
 install: all
-	cmake --install build/release
+	cmake --install build/release $(if $(PREFIX),--prefix "$(PREFIX)")
 
 setup:
-	@tools/setup/install_packages.sh g++ cmake libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev locales
+	@tools/setup/install_packages.sh g++ cmake libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev \
+	    locales pkgconf
 	@tools/setup/make_locale.sh
+
+setup-checks: setup
+	@tools/setup/install_packages.sh clang clang-format clang-tidy
 
 setup-bench: setup
 	@tools/setup/install_packages.sh libbenchmark-dev
+
+# What a change must pass besides the suite: every warning of two compilers, equal results of their builds, the checks
+# of clang-tidy, the formatting.
+check: check-format check-tidy
+	tools/checks/check_compilers.sh clang++-O0
+
+# The suite and the digests of g++ and clang++, -O0 and -O3.
+check-compilers: setup-checks
+	tools/checks/check_compilers.sh all
 
 # Rewrites the tables, illuminants and charts that are made from data/*.csv.
 regenerate: build/release/Makefile
@@ -50,11 +65,12 @@ SOURCES = $(shell git ls-files '*.h' '*.cpp')
 format:
 	clang-format -i $(SOURCES)
 
-check-format:
+check-format: setup-checks
 	clang-format --dry-run --Werror $(SOURCES)
 
-check-tidy: build/release/Makefile
-	clang-tidy --quiet -p build/release $(filter-out tests/% bench/%,$(filter %.cpp,$(SOURCES)))
+check-tidy: setup-checks build/release/Makefile
+	printf '%s\n' $(filter-out tests/% bench/% fuzz/%,$(filter %.cpp,$(SOURCES))) | \
+	    xargs -P $(JOBS) -n 4 clang-tidy --quiet -p build/release --extra-arg=-Wno-unknown-warning-option
 
 clean:
 	rm -rf build

@@ -1,13 +1,34 @@
+# What qxcms.h includes is public, every other header is internal.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/qxcms.h)
+file(STRINGS ${PROJECT_SOURCE_DIR}/qxcms.h qxcmsPublicHeaders REGEX "^#include \"")
+list(TRANSFORM qxcmsPublicHeaders REPLACE "^#include \"([^\"]+)\"$" "\\1")
+list(APPEND qxcmsPublicHeaders qxcms.h)
+
+# <spectral/tspectrum.h> and <qxcms/spectral/tspectrum.h> are the same header, here and once installed.
+set(qxcmsForwards ${PROJECT_BINARY_DIR}/include)
+foreach(header IN LISTS qxcmsPublicHeaders)
+    file(CONFIGURE OUTPUT ${qxcmsForwards}/qxcms/${header} CONTENT "#include \"${PROJECT_SOURCE_DIR}/${header}\"\n")
+endforeach()
 set(qxcmsIncludes
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+    $<BUILD_INTERFACE:${qxcmsForwards}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/qxcms>)
 
-# The bundled platform layer, or a substitute.
-if(QXCMS_PLATFORM_TARGET)
-    set(qxcmsPlatform ${QXCMS_PLATFORM_TARGET})
-else()
-    add_library(qxcms_platform
+# A shared library exports what is marked and nothing of the standard library's templates. What follows the target is
+# where it looks for other libraries.
+set(qxcmsExports ${PROJECT_SOURCE_DIR}/cmake/symbols/exports.map)
+function(qxcms_shared_library_properties target)
+    set_target_properties(${target} PROPERTIES
+        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+        INSTALL_RPATH "${ARGN}"
+        LINK_DEPENDS ${qxcmsExports})
+    target_link_options(${target} PRIVATE "LINKER:--version-script=${qxcmsExports}")
+endfunction()
+
+# The bundled platform layer as objects.
+if(NOT QXCMS_PLATFORM_TARGET)
+    add_library(qxcms_platform_objects OBJECT
         platform/default/directory_search.cpp
         platform/default/file_access.cpp
         platform/default/interpolation.cpp
@@ -17,15 +38,29 @@ else()
         platform/default/resolved_file.cpp
         platform/default/text_compare.cpp
         platform/default/vectors.cpp)
-    qxcms_library_properties(qxcms_platform)
-    set_target_properties(qxcms_platform PROPERTIES
-        VERSION ${PROJECT_VERSION} SOVERSION 0 EXPORT_NAME platform)
-    target_include_directories(qxcms_platform PUBLIC ${qxcmsIncludes})
-    target_compile_features(qxcms_platform PUBLIC cxx_std_17)
-    target_link_libraries(qxcms_platform PRIVATE $<BUILD_INTERFACE:qxcms_library_flags> ${CMAKE_DL_LIBS})
-    add_library(qxcms::platform ALIAS qxcms_platform)
-    set(qxcmsPlatform qxcms_platform)
+    qxcms_library_properties(qxcms_platform_objects)
+    target_include_directories(qxcms_platform_objects PUBLIC ${PROJECT_SOURCE_DIR})
+    target_link_libraries(qxcms_platform_objects PRIVATE qxcms_library_flags)
 endif()
+
+# The platform layer: a library of its own, so that a program and the kernel see one report handler; part of the
+# kernel's archive in the static build; or a substitute.
+if(QXCMS_PLATFORM_TARGET)
+    add_library(qxcms_platform INTERFACE)
+    target_link_libraries(qxcms_platform INTERFACE ${QXCMS_PLATFORM_TARGET})
+elseif(BUILD_SHARED_LIBS)
+    add_library(qxcms_platform SHARED $<TARGET_OBJECTS:qxcms_platform_objects>)
+    qxcms_shared_library_properties(qxcms_platform)
+    target_link_libraries(qxcms_platform PRIVATE $<BUILD_INTERFACE:qxcms_library_flags> ${CMAKE_DL_LIBS})
+else()
+    add_library(qxcms_platform INTERFACE)
+    target_link_libraries(qxcms_platform INTERFACE qxcms)
+endif()
+set_target_properties(qxcms_platform PROPERTIES EXPORT_NAME platform)
+target_include_directories(qxcms_platform INTERFACE ${qxcmsIncludes})
+target_compile_features(qxcms_platform INTERFACE cxx_std_17)
+add_library(qxcms::platform ALIAS qxcms_platform)
+set(qxcmsPlatform qxcms_platform)
 
 # Number text, used by every floor.
 add_library(qxcms_base OBJECT base/number_text.cpp)
@@ -71,14 +106,26 @@ add_library(qxcms_objects OBJECT
     cgats/tcgatsvaluelist.cpp)
 qxcms_library_properties(qxcms_objects)
 target_include_directories(qxcms_objects PUBLIC ${PROJECT_SOURCE_DIR})
-target_link_libraries(qxcms_objects PUBLIC ${qxcmsPlatform} PRIVATE qxcms_library_flags)
+target_link_libraries(qxcms_objects PRIVATE qxcms_library_flags)
+if(BUILD_SHARED_LIBS OR QXCMS_PLATFORM_TARGET)
+    target_link_libraries(qxcms_objects PUBLIC ${qxcmsPlatform})
+else()
+    target_link_libraries(qxcms_objects INTERFACE $<TARGET_OBJECTS:qxcms_platform_objects> ${CMAKE_DL_LIBS})
+endif()
 
 add_library(qxcms $<TARGET_OBJECTS:qxcms_objects> $<TARGET_OBJECTS:qxcms_base>)
-qxcms_library_properties(qxcms)
-set_target_properties(qxcms PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION 0)
 target_include_directories(qxcms PUBLIC ${qxcmsIncludes})
 target_compile_features(qxcms PUBLIC cxx_std_17)
-target_link_libraries(qxcms PUBLIC ${qxcmsPlatform} PRIVATE $<BUILD_INTERFACE:qxcms_library_flags>)
+target_link_libraries(qxcms PRIVATE $<BUILD_INTERFACE:qxcms_library_flags>)
+if(BUILD_SHARED_LIBS)
+    qxcms_shared_library_properties(qxcms "$ORIGIN")
+endif()
+if(BUILD_SHARED_LIBS OR QXCMS_PLATFORM_TARGET)
+    target_link_libraries(qxcms PUBLIC ${qxcmsPlatform})
+else()
+    target_sources(qxcms PRIVATE $<TARGET_OBJECTS:qxcms_platform_objects>)
+    target_link_libraries(qxcms PRIVATE ${CMAKE_DL_LIBS})
+endif()
 add_library(qxcms::qxcms ALIAS qxcms)
 
 # The data stand beside the libraries as they do once installed.
@@ -86,3 +133,4 @@ add_custom_target(qxcms_data ALL
     COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_BINARY_DIR}/share/qxcms
     COMMAND ${CMAKE_COMMAND} -E copy_directory ${PROJECT_SOURCE_DIR}/data/r ${CMAKE_BINARY_DIR}/share/qxcms/r
     COMMENT "Putting the data beside the libraries" VERBATIM)
+add_dependencies(qxcms qxcms_data)

@@ -1,10 +1,16 @@
-option(BUILD_SHARED_LIBS "Build the libraries as shared ones" ON)
+if(PROJECT_IS_TOP_LEVEL)
+    option(BUILD_SHARED_LIBS "Build the libraries as shared ones" ON)
+elseif(NOT DEFINED BUILD_SHARED_LIBS)
+    # The libraries of the project around this one stay what they are.
+    set(BUILD_SHARED_LIBS ON)
+endif()
 option(QXCMS_BUILD_COMMAND "Build the qxcms command (needs CLI11 and nlohmann-json)" ${PROJECT_IS_TOP_LEVEL})
 option(QXCMS_BUILD_TESTS "Build the tests (needs GoogleTest)" ${PROJECT_IS_TOP_LEVEL})
 option(QXCMS_BUILD_BENCHMARKS "Build the benchmarks (needs Google Benchmark)" OFF)
 option(QXCMS_BUILD_FUZZERS "Build the fuzzers (needs clang and its runtime libraries)" OFF)
 option(QXCMS_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 option(QXCMS_WARNINGS_AS_ERRORS "Let every warning stop the build" ${PROJECT_IS_TOP_LEVEL})
+option(QXCMS_INSTALL "Install the library, the command and the data" ${PROJECT_IS_TOP_LEVEL})
 set(QXCMS_PLATFORM_TARGET "" CACHE STRING
     "A target that implements platform/*.h instead of the bundled platform layer")
 
@@ -21,8 +27,10 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+
+# An installed program finds the libraries wherever the prefix is moved to.
 file(RELATIVE_PATH qxcmsBinToLib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/${qxcmsBinToLib}")
+set(CMAKE_INSTALL_RPATH "$ORIGIN/${qxcmsBinToLib}")
 
 # What every target of the project is compiled with.
 add_library(qxcms_flags INTERFACE)

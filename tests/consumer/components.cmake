@@ -1,0 +1,22 @@
+# Component by component the same files are installed as at once, and the runtime is enough to run.
+include(${CMAKE_CURRENT_LIST_DIR}/common.cmake)
+
+file(REMOVE_RECURSE ${SCRATCH})
+run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${SCRATCH}/prefix --component runtime)
+if(WITH_COMMAND)
+    run(env -i ${SCRATCH}/prefix/${BINDIR}/qxcms info ${SCRATCH}/prefix/share/qxcms/charts/colorchecker_aims.txt)
+endif()
+foreach(file ${INCLUDEDIR} ${LIBDIR}/cmake ${LIBDIR}/pkgconfig ${LIBDIR}/libqxcms.so)
+    if(EXISTS ${SCRATCH}/prefix/${file})
+        message(FATAL_ERROR "${file} belongs to development")
+    endif()
+endforeach()
+
+run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${SCRATCH}/prefix --component development)
+file(GLOB_RECURSE together RELATIVE ${SCRATCH}/prefix ${SCRATCH}/prefix/*)
+file(GLOB_RECURSE installed RELATIVE ${INSTALLED} ${INSTALLED}/*)
+list(SORT together)
+list(SORT installed)
+if(NOT together STREQUAL installed)
+    message(FATAL_ERROR "The components hold\n${together}\nthe whole\n${installed}")
+endif()
