@@ -1,5 +1,6 @@
 // How a text gets into a document: files, buffers, and the reader's single steps.
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -111,7 +112,7 @@ int TCgats::FileToBuffer(const char* fileName, char** text) {
     *text = nullptr;
     const File file(std::fopen(fileName, "r"));
     if (!file)
-        return kFileNotFound;
+        return errno == ENOMEM ? static_cast<int>(kUnknownError) : kFileNotFound;
     Buffer buffer;
     const int code = readAll(file.get(), buffer);
     if (code == 0)

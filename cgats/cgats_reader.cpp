@@ -18,7 +18,9 @@ constexpr char kBlockStart[] = "BEGIN_";
 constexpr int kBlockStartLength = 6;
 constexpr char kEndOfFormat[] = "END_DATA_FORMAT";
 constexpr char kEndOfData[] = "END_DATA";
-constexpr char kMoreMemory[] = "more memory";
+
+// The error of a new table that found no memory.
+constexpr int kNoMemoryForTable = 10;
 
 // Spectra with a value above this in one of the first rows are in percent.
 constexpr double kLargestFraction = 10.0;
@@ -203,11 +205,14 @@ int CgatsReader::readDocument() {
     }
 }
 
-// What a line does beyond being stored.
+// What a line does beyond being stored. Where memory runs out, here and further down, the code is that of an
+// unknown error and the sink is not told: nothing is wrong with the text.
 int CgatsReader::act(const HeaderLine& line) {
     switch (line.code) {
     case kNumberOfFields:
         document.InitTmpHeader(textToInt(line.value.c_str()));
+        if (document.tmpHeader == nullptr)
+            return kUnknownError;
         return 0;
     case kBeginDataFormat:
         return readDataFormat();
@@ -233,7 +238,7 @@ int CgatsReader::act(const HeaderLine& line) {
 int CgatsReader::declare(const HeaderLine& line) {
     if (line.value.empty() || document.AddCustomField(line.value.c_str()) == 0)
         return 0;
-    return refuseHere(kUnknownError, kMoreMemory);
+    return kUnknownError;
 }
 
 // A line too many has acted, but is not kept.
@@ -242,7 +247,9 @@ int CgatsReader::store(const HeaderLine& line) {
         return 0;
     const bool stored = document.appendTag(line.code, line.keyword.c_str(), line.numeric, line.value.c_str(),
                                            line.comment.c_str());
-    return stored ? 0 : refuseHere(kUnknownError, kMoreMemory);
+    if (!stored)
+        return kUnknownError;
+    return 0;
 }
 
 // Comment blocks.
@@ -334,14 +341,17 @@ int CgatsReader::addField(const Token& token, bool declared) {
     if (fieldId < 0)
         return refuse(kUnknownField, token.first, token.last,
                       "a standard field name, or one that a KEYWORD line before the data format declares");
-    auto field = std::make_unique<TCgatsField>(dataType, canonicalName.c_str(), number, kind, fieldId);
     TCgatsTableHeader& header = *document.tmpHeader;
+    if (declared && header.GetNrFilledFields() == header.GetNrFields()) {
+        const std::string expected =
+            "END_DATA_FORMAT after " + std::to_string(header.GetNrFields()) + " field names";
+        return refuse(kBadField, token.first, token.last, expected.c_str());
+    }
+    auto field = std::make_unique<TCgatsField>(dataType, canonicalName.c_str(), number, kind, fieldId);
     const int refused = declared ? header.FillNextSlot(field.release()) : header.Append(field.release());
-    if (refused == 0)
-        return 0;
-    const std::string expected =
-        "END_DATA_FORMAT after " + std::to_string(header.GetNrFields()) + " field names";
-    return refuse(kBadField, token.first, token.last, expected.c_str());
+    if (refused != 0)
+        return kUnknownError;
+    return 0;
 }
 
 // The samples.
@@ -372,7 +382,9 @@ int CgatsReader::readSamples() {
     document.tmpHeader = nullptr;
 
     int code = 0;
-    if (table->GetTableError() != 0)
+    if (table->GetTableError() == kNoMemoryForTable)
+        code = kUnknownError;
+    else if (table->GetTableError() != 0)
         code = refuse(TCgats::TableErrorToCgatsError(table->GetTableError()), lineStart, keywordEnd,
                       "a data format whose fields make a table");
     else
@@ -410,7 +422,7 @@ int CgatsReader::readRow(TCgatsTable& table, int row) {
             inspectNumber(row, column, value);
         const int tableError = table.SetNextValue(column, value.text);
         if (tableError != 0)
-            return refuseHere(TCgats::TableErrorToCgatsError(tableError), kMoreMemory);
+            return TCgats::TableErrorToCgatsError(tableError);
     }
     const int tableError = table.EndRow();
     return tableError == 0 ? 0 : refuseHere(TCgats::TableErrorToCgatsError(tableError), "END_DATA");

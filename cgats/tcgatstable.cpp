@@ -13,7 +13,6 @@ enum TableError : int {
     kFieldsMissing = 3,
     kNoSamples = 4,
     kBadDataType = 6,
-    kBadColorNumbers = 7,
     kOther = 10,
     kTableFull = 11
 };
@@ -49,8 +48,9 @@ int TCgatsTable::build() {
         return kNoSamples;
     if (header->GetNrFilledFields() != header->GetNrFields())
         return kFieldsMissing;
-    if (!header->IsClassified() && header->Classify() != 0)
-        return kBadColorNumbers;
+    const int error = header->IsClassified() ? 0 : header->Classify();
+    if (error != 0)
+        return error;
     values.reserve(static_cast<std::size_t>(header->GetNrFields()));
     for (int column = 0; column < header->GetNrFields(); ++column) {
         auto list = newValueList(header->GetField(column)->GetDataType(), header->GetNrSamples());

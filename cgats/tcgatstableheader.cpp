@@ -15,6 +15,7 @@ namespace {
 
 constexpr int kRefused = 1;
 constexpr int kNotConsistent = 7;
+constexpr int kNoMemory = 10;
 
 // Kept on purpose: of the custom fields this one alone names the samples, case included
 // (headerClassification.otherAliases_doNot).
@@ -132,13 +133,12 @@ int TCgatsTableHeader::Classify() {
     if (GetNrFilledFields() != GetNrFields())
         return kNotConsistent;
     forgetClassification();
-    const bool consistent = guarded(false, [this] { return summarise(); });
-    if (!consistent) {
+    const int error = guarded(kNoMemory, [this] { return summarise() ? 0 : kNotConsistent; });
+    if (error != 0)
         forgetClassification();
-        return kNotConsistent;
-    }
-    classified = 1;
-    return 0;
+    else
+        classified = 1;
+    return error;
 }
 
 bool TCgatsTableHeader::summarise() {

@@ -10,7 +10,8 @@
 
 namespace {
 
-constexpr std::int64_t kFirstCapacity = 16;
+// Small, because many columns of one value each are what a text can make most of.
+constexpr std::int64_t kFirstCapacity = 4;
 
 // Makes `entries` an array of `grown` entries that starts with the present ones; the new ones are zero.
 template <class Entry>

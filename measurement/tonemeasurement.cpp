@@ -83,7 +83,11 @@ int TOneMeasurement::SetCoord(int count, const double* newCoordinates) {
 TOneMeasurement* TOneMeasurement::WholeOrNull(TOneMeasurement* copy) const {
     std::unique_ptr<TOneMeasurement> owned(copy);
     const bool isWhole = owned && (owned->status == 0 || status != 0);
-    return isWhole ? owned.release() : nullptr;
+    if (!isWhole)
+        return nullptr;
+    // What this one found no memory for, its copy lacks too.
+    owned->status = status;
+    return owned.release();
 }
 
 TReflectionMeasurement::~TReflectionMeasurement() = default;

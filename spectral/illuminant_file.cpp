@@ -26,6 +26,9 @@ constexpr int kNoMemory = 3;
 constexpr int kFileFailure = 4;
 constexpr int kNoIlluminantFile = 5;
 
+// The status of a spectrum.
+constexpr int kNoMemoryOrTable = 1;
+
 constexpr std::size_t kTagSize = 4;
 constexpr char kMagic[] = "QXIL";
 constexpr char kBinaryVersion[] = "V100";
@@ -64,6 +67,12 @@ bool isSkippedBeforeName(unsigned char byte) {
 
 bool isLineEnd(unsigned char byte) {
     return byte == '\n' || byte == '\r';
+}
+
+// True for a spectrum that found no memory for its samples. Samples without an interpolation table are
+// another matter: such a spectrum is taken, with its status.
+bool ranOutOfMemory(const TSpectrum& spectrum) {
+    return spectrum.GetStatus() == kNoMemoryOrTable && spectrum.GetNrSamples() == 0;
 }
 
 void append(std::vector<unsigned char>& image, const void* data, std::size_t size) {
@@ -157,7 +166,7 @@ int TIlluminant::readBinaryImage(ByteReader reader) {
 
 int TIlluminant::adopt(const char* newName, std::size_t length, std::unique_ptr<TSpectrum> newSpectrum) {
     auto nameCopy = qxcms::detail::copyText(newName, length);
-    if (!nameCopy)
+    if (!nameCopy || ranOutOfMemory(*newSpectrum))
         return kNoMemory;
     name = std::move(nameCopy);
     spectrum = std::move(newSpectrum);

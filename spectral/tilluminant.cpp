@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <new>
+#include <utility>
 
 #include "base/owned_text.h"
 
@@ -19,11 +20,15 @@ TIlluminant::TIlluminant(const TSpectrum* source, const char* newName) : status(
         status = kBadArgument;
         return;
     }
-    status = kNoMemory;
-    spectrum.reset(new (std::nothrow) TSpectrum(*source));
-    name = qxcms::detail::copyText(newName);
-    if (spectrum && name)
-        status = spectrum->GetStatus();
+    std::unique_ptr<TSpectrum> spectrumCopy(new (std::nothrow) TSpectrum(*source));
+    auto nameCopy = qxcms::detail::copyText(newName);
+    // A copy has no status but that of its own making: 0 unless memory ran out.
+    if (!spectrumCopy || spectrumCopy->GetStatus() != 0 || !nameCopy) {
+        status = kNoMemory;
+        return;
+    }
+    spectrum = std::move(spectrumCopy);
+    name = std::move(nameCopy);
 }
 
 TIlluminant::~TIlluminant() = default;

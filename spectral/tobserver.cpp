@@ -74,9 +74,13 @@ int TObserver::GetKnownObservers(const char*** names, int* count) {
 }
 
 void TObserver::InitSpectra() {
-    xSpectrum = colourMatchingSpectrum(sXSpectrum[number]);
-    ySpectrum = colourMatchingSpectrum(sYSpectrum[number]);
-    zSpectrum = colourMatchingSpectrum(sZSpectrum[number]);
+    // One that is there stays: a caller may hold it.
+    if (!xSpectrum)
+        xSpectrum = colourMatchingSpectrum(sXSpectrum[number]);
+    if (!ySpectrum)
+        ySpectrum = colourMatchingSpectrum(sYSpectrum[number]);
+    if (!zSpectrum)
+        zSpectrum = colourMatchingSpectrum(sZSpectrum[number]);
 }
 
 TSpectrum* TObserver::GetXSensitivity() {

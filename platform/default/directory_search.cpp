@@ -1,11 +1,14 @@
+#include <dirent.h>
+#include <sys/stat.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <climits>
 #include <cstddef>
 #include <cstring>
-#include <filesystem>
 #include <memory>
 #include <string>
-#include <system_error>
+#include <utility>
 #include <vector>
 
 #include "base/guarded.h"
@@ -22,24 +25,37 @@ struct fsearch_state {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 /// The one option byte there is: regular files, with their path.
 constexpr unsigned char kRegularFiles = 2;
 
+struct FolderCloser {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+
+using Folder = std::unique_ptr<DIR, FolderCloser>;
+
+/// The next entry; null at the end, and with errno set where the folder cannot be read on.
+const dirent* nextEntry(DIR* folder) {
+    errno = 0;
+    return readdir(folder);
+}
+
+/// Not std::filesystem: its directory iterator ends the process when memory runs out between two entries
+/// (platformMemory.searchWithoutMemory_isNullOrFindsEverything).
 fsearch_state* search(const char* directory) {
     char path[PATH_MAX];
     if (fport(path, sizeof path, directory) != 0)
         return nullptr;
     auto state = std::make_unique<fsearch_state>();
-    std::error_code error;
-    fs::directory_iterator entry(path, error);
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        std::error_code unreachable;
-        if (entry->is_regular_file(unreachable))
-            state->names.push_back(entry->path().filename().string());
+    const Folder folder(opendir(path));
+    if (!folder)
+        return nullptr;
+    while (const dirent* const entry = nextEntry(folder.get())) {
+        struct stat file;
+        if (fstatat(dirfd(folder.get()), entry->d_name, &file, 0) == 0 && S_ISREG(file.st_mode))
+            state->names.emplace_back(entry->d_name);
     }
-    if (error)
+    if (errno != 0)
         return nullptr;
     std::sort(state->names.begin(), state->names.end());
     state->directory = path;

@@ -1,25 +1,54 @@
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <iterator>
 #include <map>
-#include <new>
+#include <memory>
+#include <memory_resource>
+#include <utility>
 
 #include "base/guarded.h"
 #include "platform/utility.h"
 
-/// The points by ascending x. A tree keeps the insertion of very many points fast in any order.
+namespace {
+
+/// What a tree takes for a point: its coordinates, three links and a colour.
+constexpr std::size_t kPointSize = sizeof(std::pair<const double, double>) + 4 * sizeof(void*);
+
+/// Continuing a function to both sides takes a further point each.
+constexpr std::size_t kFurtherPoints = 2;
+
+/// The count is a hint: a table for more points than this grows with them.
+constexpr int kMostAnnounced = 1 << 20;
+
+std::size_t sizeFor(int count) {
+    return (static_cast<std::size_t>(std::clamp(count, 0, kMostAnnounced)) + kFurtherPoints) * kPointSize;
+}
+
+} // namespace
+
+/// The points by ascending x. A tree keeps the insertion of very many points fast in any order. It has room
+/// for those that were announced, so that once there is a table no memory runs out on the way.
 struct lin_interp_double {
-    std::map<double, double> points;
+    explicit lin_interp_double(std::size_t size)
+        : room(std::make_unique_for_overwrite<std::byte[]>(size)), memory(room.get(), size), points(&memory) {
+    }
+
+    std::unique_ptr<std::byte[]> room;
+    std::pmr::monotonic_buffer_resource memory;
+    std::pmr::map<double, double> points;
 };
 
-// The expected count is a hint that a tree has no use for.
-lin_interp_double* lin_interp_double_new(int) {
-    return new (std::nothrow) lin_interp_double;
+lin_interp_double* lin_interp_double_new(int count) {
+    return qxcms::detail::guarded(static_cast<lin_interp_double*>(nullptr),
+                                  [&] { return new lin_interp_double(sizeFor(count)); });
 }
 
 int lin_interp_double_insert(lin_interp_double* table, double x, double y) {
     if (table == nullptr || !std::isfinite(x))
         return 1;
-    return qxcms::detail::guarded(1, [&] { return table->points.emplace(x, y).second ? 0 : 1; });
+    // A point that is there already takes no room again.
+    return qxcms::detail::guarded(1, [&] { return table->points.try_emplace(x, y).second ? 0 : 1; });
 }
 
 double lin_interp_double_inter(const lin_interp_double* table, double x) {

@@ -1,5 +1,10 @@
 // Illuminants and their files when the platform or the memory fails.
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <iterator>
 #include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 
@@ -154,74 +159,107 @@ TEST_F(illuminantFaults, failedSave_leavesTheIlluminantAsItWas) {
 
 // No memory.
 
-void expectWholeOrBad(const TIlluminant& illuminant, const char* name, const AllocationFaults& faults) {
-    if (illuminant.GetStatus() != 0) {
-        EXPECT_TRUE(faults.happened());
-        return;
-    }
-    ASSERT_NE(illuminant.GetName(), nullptr);
-    EXPECT_STREQ(illuminant.GetName(), name);
+void expectLamp(const TIlluminant& illuminant) {
+    EXPECT_EQ(illuminant.GetStatus(), 0);
+    EXPECT_STREQ(illuminant.GetName(), "Lamp");
     ASSERT_NE(illuminant.GetSpectrum(), nullptr);
     EXPECT_EQ(illuminant.GetSpectrum()->GetStatus(), 0);
+    EXPECT_EQ(illuminant.GetSpectrum()->GetNrSamples(), 2);
     EXPECT_THAT(standardOf(*illuminant.GetSpectrum()), Each(1.0));
 }
 
-TEST_F(illuminantFaults, illuminantFromASpectrumWithoutMemory_isBad) {
-    const TSpectrum samples("2 400 700 1 1");
+// Status 3 and nothing half made; once there is memory an image can still be read into it.
+template <class... Arguments>
+void expectStatus3WithoutMemory(Arguments... arguments) {
     forEveryFailingAllocation([&](AllocationFaults& faults) {
         faults.arm();
-        const TIlluminant illuminant(&samples, "Lamp");
+        TIlluminant illuminant(arguments...);
         faults.disarm();
-        expectWholeOrBad(illuminant, "Lamp", faults);
-        EXPECT_EQ(illuminant.GetStatus() != 0, faults.happened());
-    });
-}
-
-TEST_F(illuminantFaults, illuminantFromAFileWithoutMemory_isBadAndTheFileIsClosed) {
-    forEveryFailingAllocation([&](AllocationFaults& faults) {
-        faults.arm();
-        const TIlluminant illuminant("root:[ill]lamp.ill");
-        faults.disarm();
-        expectWholeOrBad(illuminant, "Lamp", faults);
-        EXPECT_EQ(illuminant.GetStatus() != 0, faults.happened());
+        if (faults.happened()) {
+            EXPECT_EQ(illuminant.GetStatus(), 3);
+            EXPECT_EQ(illuminant.GetName(), nullptr);
+            EXPECT_EQ(illuminant.GetSpectrum(), nullptr);
+            EXPECT_EQ(illuminant.Save("lamp.ill"), 3);
+            EXPECT_EQ(illuminant.ReadFrom(kTextImage.c_str()), 0);
+            EXPECT_STREQ(illuminant.GetName(), "Lamp");
+        } else {
+            expectLamp(illuminant);
+        }
         EXPECT_EQ(platform().filesInUse, 0);
     });
 }
 
-TEST_F(illuminantFaults, illuminantFromAnImageWithoutMemory_isBad) {
-    forEveryFailingAllocation([&](AllocationFaults& faults) {
-        faults.arm();
-        const TIlluminant illuminant(static_cast<const void*>(kTextImage.c_str()));
-        faults.disarm();
-        expectWholeOrBad(illuminant, "Lamp", faults);
-        EXPECT_EQ(illuminant.GetStatus() != 0, faults.happened());
-    });
+// Magic, version, length of the name, name, and a spectrum of two samples of 1 (65535 times 2^0).
+std::vector<std::uint16_t> binaryImage() {
+    const char head[] = "QXILV100\x04Lamp";
+    const std::uint16_t words[] = {1, 2, 400, 700, 0, 65535, 65535};
+    std::vector<std::uint16_t> image(7 + std::size(words)); // 13 bytes of head, one to fill up
+    std::memcpy(image.data(), head, sizeof head - 1);
+    std::copy(std::begin(words), std::end(words), image.begin() + 7);
+    return image;
 }
 
-TEST_F(illuminantFaults, readFromWithoutMemory_leavesAnIlluminantThatCanBeUsed) {
-    forEveryFailingAllocation([&](AllocationFaults& faults) {
-        TIlluminant illuminant(&spectrum, "old");
-        faults.arm();
-        const int answer = illuminant.ReadFrom(kTextImage.c_str());
-        faults.disarm();
-        EXPECT_EQ(answer != 0, faults.happened());
-        ASSERT_NE(illuminant.GetName(), nullptr);
-        ASSERT_NE(illuminant.GetSpectrum(), nullptr);
-        EXPECT_EQ(illuminant.ReadFrom(kTextImage.c_str()), 0);
-        EXPECT_STREQ(illuminant.GetName(), "Lamp");
-    });
+TEST_F(illuminantFaults, illuminantFromASpectrumWithoutMemory_hasStatus3) {
+    const TSpectrum samples("2 400 700 1 1");
+    expectStatus3WithoutMemory(&samples, "Lamp");
 }
 
-TEST_F(illuminantFaults, saveWithoutMemory_failsAndWritesNothing) {
+TEST_F(illuminantFaults, illuminantFromATextFileWithoutMemory_hasStatus3AndTheFileIsClosed) {
+    expectStatus3WithoutMemory("root:[ill]lamp.ill");
+}
+
+TEST_F(illuminantFaults, illuminantFromABinaryFileWithoutMemory_hasStatus3AndTheFileIsClosed) {
+    const std::vector<std::uint16_t> image = binaryImage();
+    platform().files["root:[ill]lamp.ill"].assign(reinterpret_cast<const char*>(image.data()),
+                                                  2 * image.size());
+    expectStatus3WithoutMemory("root:[ill]lamp.ill");
+}
+
+TEST_F(illuminantFaults, illuminantFromATextImageWithoutMemory_hasStatus3) {
+    expectStatus3WithoutMemory(static_cast<const void*>(kTextImage.c_str()));
+}
+
+TEST_F(illuminantFaults, illuminantFromABinaryImageWithoutMemory_hasStatus3) {
+    const std::vector<std::uint16_t> image = binaryImage();
+    expectStatus3WithoutMemory(static_cast<const void*>(image.data()));
+}
+
+TEST_F(illuminantFaults, readFromWithoutMemory_answers3AndReplacesNothing) {
+    const std::vector<std::uint16_t> binary = binaryImage();
+    for (const void* image :
+         {static_cast<const void*>(kTextImage.c_str()), static_cast<const void*>(binary.data())}) {
+        forEveryFailingAllocation([&](AllocationFaults& faults) {
+            TIlluminant illuminant(&spectrum, "old");
+            faults.arm();
+            const int answer = illuminant.ReadFrom(image);
+            faults.disarm();
+            EXPECT_EQ(illuminant.GetStatus(), 0);
+            if (faults.happened()) {
+                EXPECT_EQ(answer, 3);
+                EXPECT_STREQ(illuminant.GetName(), "old");
+                ASSERT_NE(illuminant.GetSpectrum(), nullptr);
+                EXPECT_THAT(standardOf(*illuminant.GetSpectrum()), ElementsAreArray(kD65));
+                EXPECT_EQ(illuminant.ReadFrom(image), 0);
+            }
+            expectLamp(illuminant);
+        });
+    }
+}
+
+TEST_F(illuminantFaults, saveWithoutMemory_answers3WritesNothingAndWorksLater) {
     forEveryFailingAllocation([&](AllocationFaults& faults) {
         TIlluminant lamp(&spectrum, "D65");
         platform().files.erase("d65.ill");
         faults.arm();
         const int answer = lamp.Save("d65.ill");
         faults.disarm();
-        EXPECT_EQ(answer != 0, faults.happened());
+        EXPECT_EQ(answer, faults.happened() ? 3 : 0);
         EXPECT_EQ(platform().files.count("d65.ill") == 0, faults.happened());
         EXPECT_EQ(platform().filesInUse, 0);
+        EXPECT_EQ(lamp.GetStatus(), 0);
+        const AllocationTruce truce;
+        EXPECT_EQ(lamp.Save("d65.ill"), 0);
+        EXPECT_EQ(platform().files["d65.ill"].size(), 12u + 76);
     });
 }
 

@@ -21,65 +21,109 @@ using registryFaults = OnSubstitutePlatform;
 
 TEST_F(registryFaults, newWithoutMemory_isNullAndCountsNothing) {
     ASSERT_EQ(TIlluminantFactory::sTheFactory, nullptr);
-    AllocationFaults faults(0, false);
-    faults.arm();
-    const TIlluminantFactoryHolder* const shared = TIlluminantFactory::New();
-    faults.disarm();
-    EXPECT_EQ(shared, nullptr);
+    forEveryFailingAllocation([&](AllocationFaults& faults) {
+        faults.arm();
+        const TIlluminantFactoryHolder* const shared = TIlluminantFactory::New();
+        faults.disarm();
+        EXPECT_EQ(shared == nullptr, faults.happened());
+        EXPECT_EQ(TIlluminantFactory::sTheFactory, shared);
+        EXPECT_EQ(TIlluminantFactory::sNrFactoryReferences, faults.happened() ? 0u : 1u);
+        TIlluminantFactory::Delete();
+        EXPECT_NE(TIlluminantFactory::New(), nullptr);
+        EXPECT_EQ(TIlluminantFactory::sNrFactoryReferences, 1u);
+        TIlluminantFactory::Delete();
+    });
     EXPECT_EQ(TIlluminantFactory::sTheFactory, nullptr);
-    EXPECT_EQ(TIlluminantFactory::sNrFactoryReferences, 0u);
-    EXPECT_NE(TIlluminantFactory::New(), nullptr);
-    EXPECT_EQ(TIlluminantFactory::sNrFactoryReferences, 1u);
+}
+
+TEST_F(registryFaults, furtherNew_needsNoMemory) {
+    const TIlluminantFactoryHolder* const shared = TIlluminantFactory::New();
+    expectNoAllocation([&] {
+        EXPECT_EQ(TIlluminantFactory::New(), shared);
+        TIlluminantFactory::Delete();
+    });
     TIlluminantFactory::Delete();
 }
 
 TEST_F(registryFaults, elementWithoutMemory_isNullWithoutAReport) {
     TIlluminantFactoryHolder registry;
     const TSpectrum spectrum = spectrumOf(kD65);
-    TIlluminant lamp(&spectrum, "D65");
-    AllocationFaults faults(0, false);
-    faults.arm();
-    const TObjEl* const element = registry.TObjFacCreateEl(&lamp);
-    faults.disarm();
-    EXPECT_EQ(element, nullptr);
+    forEveryFailingAllocation([&](AllocationFaults& faults) {
+        auto lamp = std::make_unique<TIlluminant>(&spectrum, "D65");
+        faults.arm();
+        const std::unique_ptr<TObjEl> element(registry.TObjFacCreateEl(lamp.get()));
+        faults.disarm();
+        EXPECT_EQ(element == nullptr, faults.happened());
+        EXPECT_STREQ(lamp->GetName(), "D65");
+        if (element != nullptr)
+            static_cast<void>(lamp.release()); // the element owns it
+    });
     EXPECT_TRUE(platform().errors.empty());
 }
 
-TEST_F(registryFaults, existingIlluminantWithoutMemory_staysWithTheCaller) {
-    TIlluminantFactoryHolder registry;
+TEST_F(registryFaults, existingIlluminantWithoutMemory_staysWithTheCallerAndIsTakenLater) {
     const TSpectrum spectrum = spectrumOf(kD65);
     forEveryFailingAllocation([&](AllocationFaults& faults) {
+        TIlluminantFactoryHolder registry;
         auto lamp = std::make_unique<TIlluminant>(&spectrum, "D65");
-        const int before = registry.GetNrElements();
         faults.arm();
         const TIlluminant* const registered = registry.MakeIlluminant(lamp.get());
         faults.disarm();
         EXPECT_EQ(registered == nullptr, faults.happened());
-        EXPECT_EQ(registry.GetNrElements(), before + (registered == nullptr ? 0 : 1));
+        EXPECT_EQ(registry.GetNrElements(), registered == nullptr ? 0 : 1);
         EXPECT_STREQ(lamp->GetName(), "D65");
-        if (registered != nullptr)
-            static_cast<void>(lamp.release());
+        if (registered == nullptr) {
+            EXPECT_EQ(registry.MakeIlluminant(lamp.get()), lamp.get());
+        }
+        EXPECT_EQ(registry.ScanIlluminants(1), lamp.get());
+        static_cast<void>(lamp.release());
     });
 }
 
+// A new illuminant is registered whole or not at all; what was registered before stays, and a later try
+// succeeds.
+template <class Make>
+void expectRegisteredWholeOrNotAtAll(Make make) {
+    const TSpectrum spectrum = spectrumOf(kD50);
+    forEveryFailingAllocation([&](AllocationFaults& faults) {
+        TIlluminantFactoryHolder registry;
+        const TIlluminant* const first = registry.MakeIlluminant(&spectrum, "first");
+        ASSERT_NE(first, nullptr);
+        faults.arm();
+        const TIlluminant* const lamp = make(registry);
+        faults.disarm();
+        EXPECT_EQ(lamp == nullptr, faults.happened());
+        EXPECT_EQ(registry.GetNrElements(), lamp == nullptr ? 1 : 2);
+        EXPECT_EQ(registry.GetIlluminant("FIRST"), first);
+        EXPECT_NE(make(registry), nullptr);
+        EXPECT_EQ(platform().filesInUse, 0);
+    });
+    EXPECT_TRUE(platform().errors.empty());
+}
+
 TEST_F(registryFaults, newIlluminantsWithoutMemory_areNotRegistered) {
+    using Holder = TIlluminantFactoryHolder;
     platform().files["lamp.ill"] = kTextImage;
     const TSpectrum spectrum = spectrumOf(kD65);
-    TIlluminantFactoryHolder registry;
-    const auto expectAllOrNothing = [&](auto make) {
-        forEveryFailingAllocation([&](AllocationFaults& faults) {
-            const int before = registry.GetNrElements();
-            faults.arm();
-            const TIlluminant* const lamp = make();
-            faults.disarm();
-            EXPECT_EQ(lamp == nullptr, faults.happened());
-            EXPECT_EQ(registry.GetNrElements(), before + (lamp == nullptr ? 0 : 1));
-        });
-    };
-    expectAllOrNothing([&] { return registry.MakeIlluminant(&spectrum, "D65"); });
-    expectAllOrNothing([&] { return registry.MakeIlluminant("lamp.ill"); });
-    expectAllOrNothing([&] { return registry.MakeIlluminant(static_cast<const void*>(kTextImage.c_str())); });
-    EXPECT_TRUE(platform().errors.empty());
+    const void* const image = kTextImage.c_str();
+    expectRegisteredWholeOrNotAtAll(
+        [&](Holder& registry) { return registry.MakeIlluminant(&spectrum, "D65"); });
+    expectRegisteredWholeOrNotAtAll([&](Holder& registry) { return registry.MakeIlluminant("lamp.ill"); });
+    expectRegisteredWholeOrNotAtAll([&](Holder& registry) { return registry.MakeIlluminant(image); });
+}
+
+TEST_F(registryFaults, saveIlluminantWithoutMemory_answers3AndWritesNothing) {
+    const TSpectrum spectrum = spectrumOf(kD65);
+    forEveryFailingAllocation([&](AllocationFaults& faults) {
+        TIlluminantFactoryHolder registry;
+        TIlluminant lamp(&spectrum, "D65");
+        platform().files.erase("d65.ill");
+        faults.arm();
+        const int answer = registry.SaveIlluminant(&lamp, "d65.ill");
+        faults.disarm();
+        EXPECT_EQ(answer, faults.happened() ? 3 : 0);
+        EXPECT_EQ(platform().files.count("d65.ill") == 0, faults.happened());
+    });
 }
 
 TEST_F(registryFaults, addDirectory_searchesWithAnOptionOfOneByte2) {
@@ -113,17 +157,22 @@ TEST_F(registryFaults, nullDirectory_isNotSearched) {
     EXPECT_TRUE(platform().searches.empty());
 }
 
-TEST_F(registryFaults, addDirectoryWithoutMemory_endsItsSearch) {
-    platform().directories["root:[ill]"] = {"lamp.ill"};
-    platform().files["lamp.ill"] = kTextImage;
+TEST_F(registryFaults, addDirectoryWithoutMemory_endsItsSearchAndGoesOnWithTheNextFile) {
+    platform().directories["root:[ill]"] = {"a.ill", "b.ill"};
+    platform().files["a.ill"] = kTextImage;
+    platform().files["b.ill"] = kTextImage;
     forEveryFailingAllocation([&](AllocationFaults& faults) {
         TIlluminantFactoryHolder registry;
         faults.arm();
-        registry.AddDirectory("root:[ill]");
+        const int answer = registry.AddDirectory("root:[ill]");
         faults.disarm();
-        EXPECT_EQ(registry.GetNrElements(), faults.happened() ? 0 : 1);
+        EXPECT_EQ(answer, 0);
+        EXPECT_EQ(registry.GetNrElements() == 2, !faults.happened());
         EXPECT_EQ(platform().searchesInUse, 0);
         EXPECT_EQ(platform().filesInUse, 0);
+        const int before = registry.GetNrElements();
+        EXPECT_EQ(registry.AddDirectory("root:[ill]"), 0);
+        EXPECT_EQ(registry.GetNrElements(), before + 2);
     });
 }
 
@@ -131,19 +180,24 @@ TEST_F(registryFaults, lookups_needNoMemory) {
     TIlluminantFactoryHolder registry;
     const TSpectrum spectrum = spectrumOf(kD50);
     const TIlluminant* const lamp = registry.MakeIlluminant(&spectrum, "D50");
-    AllocationFaults faults(0, false);
-    faults.arm();
-    const TIlluminant* const byName = registry.GetIlluminant("CIE Illuminant D50");
-    const TIlluminant* const byTemperature = registry.GetIlluminant(5000.0);
-    const TIlluminant* const none = registry.GetIlluminant("D65");
-    faults.disarm();
-    EXPECT_EQ(byName, lamp);
-    EXPECT_EQ(byTemperature, lamp);
-    EXPECT_EQ(none, nullptr);
+    expectNoAllocation([&] {
+        EXPECT_EQ(registry.GetIlluminant("CIE Illuminant D50"), lamp);
+        EXPECT_EQ(registry.GetIlluminant(5000.0), lamp);
+        EXPECT_EQ(registry.GetIlluminant(-1e300), nullptr);
+        EXPECT_EQ(registry.GetIlluminant("D65"), nullptr);
+        EXPECT_EQ(registry.GetIlluminant(""), nullptr);
+        EXPECT_EQ(registry.ScanIlluminants(1), lamp);
+        EXPECT_EQ(registry.ScanIlluminants(0), nullptr);
+        EXPECT_EQ(registry.GetNrElements(), 1);
+        EXPECT_EQ(registry.TObjFacCreateEl(nullptr), nullptr);
+    });
     EXPECT_THAT(platform().warnings,
                 ElementsAre("6: Illuminant \"CIE Illuminant D50\" was replaced by illuminant \"D50\""));
     EXPECT_THAT(platform().errors,
-                ElementsAre("tilluminantfactoryholder:223: No Illuminant with this name available"));
+                ElementsAre("tilluminantfactoryholder:223: No Illuminant with this name available",
+                            "tilluminantfactoryholder:223: No Illuminant with this name available",
+                            "tilluminantfactoryholder:193: Specify illuminant name",
+                            "tilluminantfactoryholder:42: No Object specified"));
 }
 
 } // namespace

@@ -183,129 +183,134 @@ void expectWholeOrStatus1(const TSpectrum& spectrum, const TSpectrum& whole) {
     EXPECT_EQ(spectrum.GetValues(), nullptr);
 }
 
-// What a failure left behind can be cleared, copied and used.
-void expectUsable(TSpectrum& spectrum) {
+// What a failure left behind can be copied, written, cleared, and take up a whole spectrum.
+void expectUsable(TSpectrum& spectrum, const TSpectrum& whole) {
     const TSpectrum copy(spectrum);
     EXPECT_EQ(copy.GetStatus(), 0);
+    int size = -7;
+    EXPECT_NE(spectrum.ToFileData(&size), nullptr);
     spectrum.Clear();
+    EXPECT_EQ(spectrum.GetStatus(), 0);
+    spectrum = whole;
+    expectWholeOrStatus1(spectrum, whole);
     EXPECT_EQ(spectrum.GetStatus(), 0);
 }
 
-TEST_F(spectrumFaults, samplesWithoutMemory_giveStatus1) {
-    const TSpectrum whole(kWavelengths, 3, kValues);
+// Makes a spectrum whichever way, and again once there is memory.
+template <class Make>
+void expectStatus1WithoutMemory(Make make) {
+    const TSpectrum whole = make();
+    ASSERT_EQ(whole.GetStatus(), 0);
     forEveryFailingAllocation([&](AllocationFaults& faults) {
         faults.arm();
-        TSpectrum spectrum(kWavelengths, 3, kValues);
+        TSpectrum spectrum = make();
         faults.disarm();
-        expectWholeOrStatus1(spectrum, whole);
         EXPECT_EQ(spectrum.GetStatus(), faults.happened() ? 1 : 0);
-        expectUsable(spectrum);
+        expectWholeOrStatus1(spectrum, whole);
+        expectUsable(spectrum, whole);
     });
+}
+
+TEST_F(spectrumFaults, samplesWithoutMemory_giveStatus1) {
+    expectStatus1WithoutMemory([] { return TSpectrum(kWavelengths, 3, kValues); });
 }
 
 TEST_F(spectrumFaults, textWithoutMemory_givesStatus1) {
-    const char* const text = "3 600 400 700 0.3 0.1 0.2";
-    const TSpectrum whole(text);
-    forEveryFailingAllocation([&](AllocationFaults& faults) {
-        faults.arm();
-        TSpectrum spectrum(text);
-        faults.disarm();
-        expectWholeOrStatus1(spectrum, whole);
-        EXPECT_EQ(spectrum.GetStatus(), faults.happened() ? 1 : 0);
-        expectUsable(spectrum);
-    });
+    expectStatus1WithoutMemory([] { return TSpectrum("3 600 400 700 0.3 0.1 0.2"); });
 }
 
 TEST_F(spectrumFaults, fileDataWithoutMemory_giveStatus1) {
-    const TSpectrum whole(kFileData.data(), nullptr);
-    forEveryFailingAllocation([&](AllocationFaults& faults) {
-        faults.arm();
-        TSpectrum spectrum(kFileData.data(), nullptr);
-        faults.disarm();
-        expectWholeOrStatus1(spectrum, whole);
-        EXPECT_EQ(spectrum.GetStatus(), faults.happened() ? 1 : 0);
-        expectUsable(spectrum);
-    });
+    expectStatus1WithoutMemory([] { return TSpectrum(kFileData.data(), nullptr); });
 }
 
 TEST_F(spectrumFaults, shortFileDataWithoutMemory_giveStatus1) {
     const TSpectrum reference(kWavelengths, 3, kValues);
     const std::vector<std::uint16_t> words = {0, 1, 2, 3};
-    const TSpectrum whole(&reference, words.data(), nullptr);
-    forEveryFailingAllocation([&](AllocationFaults& faults) {
-        faults.arm();
-        TSpectrum spectrum(&reference, words.data(), nullptr);
-        faults.disarm();
-        expectWholeOrStatus1(spectrum, whole);
-        EXPECT_EQ(spectrum.GetStatus(), faults.happened() ? 1 : 0);
-        expectUsable(spectrum);
-    });
+    expectStatus1WithoutMemory([&] { return TSpectrum(&reference, words.data(), nullptr); });
+}
+
+TEST_F(spectrumFaults, fileDataWithoutMemory_areReadToTheirEndAllTheSame) {
+    AllocationFaults faults(0, false);
+    void* end = nullptr;
+    faults.arm();
+    const TSpectrum spectrum(kFileData.data(), &end);
+    faults.disarm();
+    EXPECT_EQ(spectrum.GetStatus(), 1);
+    EXPECT_EQ(end, kFileData.data() + kFileData.size());
 }
 
 // Whether the standard values survive is open; the arrays and their count go together.
+void expectCopyOrStatus1(TSpectrum& spectrum, const TSpectrum& original, const AllocationFaults& faults) {
+    EXPECT_EQ(spectrum.GetStatus(), faults.happened() ? 1 : 0);
+    EXPECT_EQ(spectrum.GetNrSamples(), faults.happened() ? 0 : 3);
+    EXPECT_EQ(spectrum.GetWavelengths() != nullptr, spectrum.GetNrSamples() == 3);
+    EXPECT_EQ(spectrum.GetValues() != nullptr, spectrum.GetNrSamples() == 3);
+    if (spectrum.GetStatus() == 0)
+        expectWholeOrStatus1(spectrum, original);
+    expectUsable(spectrum, original);
+}
+
 TEST_F(spectrumFaults, copyWithoutMemory_givesStatus1) {
     const TSpectrum original(kWavelengths, 3, kValues);
     forEveryFailingAllocation([&](AllocationFaults& faults) {
         faults.arm();
         TSpectrum spectrum(original);
         faults.disarm();
-        EXPECT_EQ(spectrum.GetStatus(), faults.happened() ? 1 : 0);
-        EXPECT_EQ(spectrum.GetNrSamples(), faults.happened() ? 0 : 3);
-        EXPECT_EQ(spectrum.GetWavelengths() != nullptr, spectrum.GetNrSamples() == 3);
-        EXPECT_EQ(spectrum.GetValues() != nullptr, spectrum.GetNrSamples() == 3);
-        expectUsable(spectrum);
+        expectCopyOrStatus1(spectrum, original, faults);
     });
 }
 
-TEST_F(spectrumFaults, assignmentWithoutMemory_givesStatus1) {
+TEST_F(spectrumFaults, assignmentWithoutMemory_givesStatus1AndLeaksNothingOfTheOldSpectrum) {
     const TSpectrum original(kWavelengths, 3, kValues);
     forEveryFailingAllocation([&](AllocationFaults& faults) {
         TSpectrum spectrum("2 400 700 1 1");
+        int size = -7;
+        ASSERT_NE(spectrum.ToFileData(&size), nullptr);
         faults.arm();
         spectrum = original;
         faults.disarm();
+        expectCopyOrStatus1(spectrum, original, faults);
+    });
+}
+
+TEST_F(spectrumFaults, assignmentToItselfWithoutMemory_changesNothing) {
+    TSpectrum spectrum(kWavelengths, 3, kValues);
+    const TSpectrum& same = spectrum;
+    expectNoAllocation([&] { spectrum = same; });
+    EXPECT_EQ(spectrum.GetNrSamples(), 3);
+    EXPECT_EQ(spectrum.GetStatus(), 0);
+}
+
+// A serialised form that there is no memory for is null; asked for again, it is there, and the status stays.
+template <class Serialise>
+void expectNullAndStatus1WithoutMemory(const TSpectrum& original, Serialise serialise) {
+    forEveryFailingAllocation([&](AllocationFaults& faults) {
+        TSpectrum spectrum(original);
+        int size = -7;
+        faults.arm();
+        const std::uint16_t* const words = serialise(spectrum, &size);
+        faults.disarm();
+        EXPECT_EQ(words == nullptr, faults.happened());
         EXPECT_EQ(spectrum.GetStatus(), faults.happened() ? 1 : 0);
-        EXPECT_EQ(spectrum.GetWavelengths() != nullptr, spectrum.GetNrSamples() > 0);
-        EXPECT_EQ(spectrum.GetValues() != nullptr, spectrum.GetNrSamples() > 0);
-        expectUsable(spectrum);
+        EXPECT_EQ(standardOf(spectrum), standardOf(original));
+        EXPECT_EQ(spectrum.GetNrSamples(), original.GetNrSamples());
+        EXPECT_NE(serialise(spectrum, &size), nullptr);
+        EXPECT_EQ(spectrum.GetFileDataSize(), size);
+        EXPECT_EQ(spectrum.GetStatus(), faults.happened() ? 1 : 0);
     });
 }
 
 TEST_F(spectrumFaults, toFileDataWithoutMemory_givesNullAndStatus1) {
-    forEveryFailingAllocation([&](AllocationFaults& faults) {
-        TSpectrum spectrum = spectrumOf(ramp());
-        int size = -7;
-        faults.arm();
-        const std::uint16_t* const data = spectrum.ToFileData(&size);
-        faults.disarm();
-        EXPECT_EQ(data == nullptr, faults.happened());
-        EXPECT_EQ(spectrum.GetStatus(), faults.happened() ? 1 : 0);
-        EXPECT_EQ(standardOf(spectrum), ramp());
-    });
+    for (const TSpectrum& original : {spectrumOf(ramp()), TSpectrum(kWavelengths, 3, kValues)})
+        expectNullAndStatus1WithoutMemory(
+            original, [](TSpectrum& spectrum, int* size) { return spectrum.ToFileData(size); });
 }
 
 TEST_F(spectrumFaults, toShrtFileDataWithoutMemory_givesNullAndStatus1) {
-    forEveryFailingAllocation([&](AllocationFaults& faults) {
-        TSpectrum spectrum = spectrumOf(ramp());
-        int size = -7;
-        faults.arm();
-        const std::uint16_t* const data = spectrum.ToShrtFileData(&spectrum, &size);
-        faults.disarm();
-        EXPECT_EQ(data == nullptr, faults.happened());
-        EXPECT_EQ(spectrum.GetStatus(), faults.happened() ? 1 : 0);
-    });
-}
-
-TEST_F(spectrumFaults, densities_needNoMemory) {
-    const TSpectrum grey = spectrumOf(flat(0.1));
-    AllocationFaults faults(0, false);
-    double densities[4] = {};
-    int major = -7;
-    faults.arm();
-    const int answer = grey.GetDensity(TSpectrum::kAnsiA, densities, &major);
-    faults.disarm();
-    EXPECT_EQ(answer, 0);
-    EXPECT_NEAR(densities[0], 1.0, 1e-5);
+    for (const TSpectrum& original : {spectrumOf(ramp()), TSpectrum(kWavelengths, 3, kValues)})
+        expectNullAndStatus1WithoutMemory(original, [&](TSpectrum& spectrum, int* size) {
+            return spectrum.ToShrtFileData(&original, size);
+        });
 }
 
 // Observers.
@@ -329,7 +334,6 @@ TEST_F(observerFaults, firstUse_interpolatesThreeSpectraAndLaterOnesNone) {
     EXPECT_EQ(platform().announcedCounts.size(), 3u);
 }
 
-// A later request makes all three spectra anew, so each one is looked at before the next is asked for.
 TEST_F(observerFaults, sensitivitiesWithoutMemory_areNullOrWhole) {
     using Getter = TSpectrum* (TObserver::*)();
     for (const Getter getter :
@@ -341,33 +345,79 @@ TEST_F(observerFaults, sensitivitiesWithoutMemory_areNullOrWhole) {
             faults.disarm();
             if (spectrum == nullptr) {
                 EXPECT_TRUE(faults.happened());
-                return;
+            } else {
+                EXPECT_EQ(spectrum->GetStatus(), 0);
+                EXPECT_EQ(spectrum->GetNrSamples(), 81);
             }
-            EXPECT_EQ(spectrum->GetStatus(), 0);
-            EXPECT_EQ(spectrum->GetNrSamples(), 81);
+            EXPECT_EQ(observer.GetStatus(), 0);
+            EXPECT_NE((observer.*getter)(), nullptr);
         });
     }
 }
 
+// A caller may hold the one while the other is made.
+TEST_F(observerFaults, sensitivityThatIsThere_staysWhileThoseWithoutMemoryAreMadeLater) {
+    forEveryFailingAllocation([&](AllocationFaults& faults) {
+        TObserver observer(0);
+        faults.arm();
+        observer.InitSpectra();
+        const TSpectrum* const x = observer.GetXSensitivity();
+        faults.disarm();
+        const TSpectrum* const y = observer.GetYSensitivity();
+        const TSpectrum* const z = observer.GetZSensitivity();
+        ASSERT_NE(y, nullptr);
+        ASSERT_NE(z, nullptr);
+        if (x != nullptr) {
+            EXPECT_EQ(observer.GetXSensitivity(), x);
+        }
+        EXPECT_EQ(observer.GetYSensitivity(), y);
+        EXPECT_EQ(y->GetStatus(), 0);
+    });
+}
+
 // A first use that found no memory does not spoil the observer for good.
-TEST_F(observerFaults, xyzWithoutMemory_failsAndWorksLater) {
-    const TSpectrum light = spectrumOf(kD65);
+template <class Ask>
+void expectXyzFailsWithoutMemoryAndWorksLater(Ask ask) {
     TObserver whole(1);
     double expected[3];
-    ASSERT_EQ(whole.GetXYZ(&light, &light, expected), 0);
+    ASSERT_EQ(ask(whole, expected), 0);
     forEveryFailingAllocation([&](AllocationFaults& faults) {
         TObserver observer(1);
         double xyz[3] = {7, 7, 7};
         faults.arm();
-        const int answer = observer.GetXYZ(&light, &light, xyz);
+        const int answer = ask(observer, xyz);
         faults.disarm();
-        if (answer == 0) {
-            EXPECT_THAT(xyz, ElementsAreArray(expected));
-        } else {
-            EXPECT_TRUE(faults.happened());
-            EXPECT_EQ(observer.GetXYZ(&light, &light, xyz), 0);
-            EXPECT_THAT(xyz, ElementsAreArray(expected));
-        }
+        EXPECT_EQ(answer, faults.happened() ? 2 : 0);
+        EXPECT_EQ(observer.GetStatus(), 0);
+        EXPECT_EQ(ask(observer, xyz), 0);
+        EXPECT_THAT(xyz, ElementsAreArray(expected));
+    });
+}
+
+TEST_F(observerFaults, relativeXyzWithoutMemory_answers2AndWorksLater) {
+    const TSpectrum light = spectrumOf(kD65);
+    expectXyzFailsWithoutMemoryAndWorksLater(
+        [&](TObserver& observer, double* xyz) { return observer.GetXYZ(&light, &light, xyz); });
+}
+
+TEST_F(observerFaults, absoluteXyzWithoutMemory_answers2AndWorksLater) {
+    const TSpectrum light = spectrumOf(kD65);
+    expectXyzFailsWithoutMemoryAndWorksLater(
+        [&](TObserver& observer, double* xyz) { return observer.GetXYZ(&light, xyz); });
+}
+
+TEST_F(observerFaults, assignmentOfAnotherObserver_releasesTheSpectra) {
+    const TObserver ten(1);
+    forEveryFailingAllocation([&](AllocationFaults& faults) {
+        TObserver observer(0);
+        faults.arm();
+        observer.InitSpectra();
+        observer = ten;
+        faults.disarm();
+        EXPECT_EQ(observer.GetNumber(), 1u);
+        EXPECT_EQ(observer.GetStatus(), 0);
+        ASSERT_NE(observer.GetYSensitivity(), nullptr);
+        EXPECT_EQ(observer.GetYSensitivity()->GetValues()[0], TObserver::sYSpectrum[1][0]);
     });
 }
 

@@ -202,6 +202,7 @@ void fsfree(fsearch_state* search) {
 }
 
 long fgeteof(FILE* file) {
+    const AllocationTruce truce;
     if (platform().hidesSizes)
         return -1;
     const long position = ftell(file);
@@ -212,11 +213,13 @@ long fgeteof(FILE* file) {
 }
 
 long fgetm(FILE* file, void* buffer, long size) {
+    const AllocationTruce truce;
     const long wanted = std::max(0L, size - platform().bytesNotRead);
     return static_cast<long>(fread(buffer, 1, static_cast<std::size_t>(wanted), file));
 }
 
 long fputm(FILE* file, const void* buffer, long size) {
+    const AllocationTruce truce;
     const long wanted = writesSoFar()++ == platform().failingWrite ? size - 1 : size;
     return static_cast<long>(fwrite(buffer, 1, static_cast<std::size_t>(std::max(0L, wanted)), file)) -
            (wanted < 0 ? 1 : 0);

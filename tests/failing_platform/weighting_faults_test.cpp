@@ -1,4 +1,6 @@
 // Weightings and colour temperatures when the platform or the memory fails.
+#include <cmath>
+
 #include <gmock/gmock.h>
 
 #include "spectral/tilluminantandobserver.h"
@@ -89,63 +91,131 @@ TEST_F(weightingFaults, integration_interpolatesNothing) {
 
 // No memory.
 
-TEST_F(weightingFaults, weightingWithoutMemory_isBadAndGivesZeros) {
-    const TSpectrum spectrum = spectrumOf(kD65);
-    const TIlluminant lamp(&spectrum, "lamp");
-    const TObserver observer(0);
+class WeightingWithoutMemory : public OnSubstitutePlatform {
+protected:
+    TSpectrum spectrum = spectrumOf(kD65);
+    TIlluminant lamp{&spectrum, "lamp"};
+    TObserver observer{0};
+};
+
+using weightingWithoutMemory = WeightingWithoutMemory;
+
+// Bad and dark without memory; whole once there is some.
+void expectStatus2AndZerosOrWhole(TIlluminantAndObserver& weighting, const AllocationFaults& faults,
+                                  const TIlluminant& lamp) {
+    EXPECT_EQ(weighting.GetStatus(), faults.happened() ? 2 : 0);
+    EXPECT_EQ(weighting.GetObserver() == nullptr, faults.happened());
+    if (weighting.GetStatus() == 0)
+        return;
+    expectZeros(weighting);
+    for (int i = 0; i < TIlluminantAndObserver::kMaxPoints; ++i)
+        EXPECT_EQ(weighting.GetCombinedWeights()[i], 0.0);
+    const TObserver ten(1);
+    EXPECT_EQ(weighting.Init(&lamp, &ten, 36), 0);
+    EXPECT_EQ(weighting.GetObserver()->GetNumber(), 1u);
+    EXPECT_NE(weighting.GetFactor(), 0.0);
+}
+
+TEST_F(weightingWithoutMemory, construction_givesStatus2AndZeros) {
+    for (const int points : {0, 1, 8, 36}) {
+        forEveryFailingAllocation([&](AllocationFaults& faults) {
+            faults.arm();
+            TIlluminantAndObserver weighting(&lamp, &observer, points);
+            faults.disarm();
+            expectStatus2AndZerosOrWhole(weighting, faults, lamp);
+        });
+    }
+}
+
+TEST_F(weightingWithoutMemory, constructionForATableIlluminant_givesStatus2AndZeros) {
+    const TIlluminant f11(&spectrum, "CIE Illuminant F11");
     forEveryFailingAllocation([&](AllocationFaults& faults) {
         faults.arm();
-        const TIlluminantAndObserver weighting(&lamp, &observer, 36);
+        TIlluminantAndObserver weighting(&f11, &observer, 36);
         faults.disarm();
-        EXPECT_EQ(weighting.GetStatus() != 0, faults.happened());
-        if (weighting.GetStatus() != 0)
-            expectZeros(weighting);
+        expectStatus2AndZerosOrWhole(weighting, faults, lamp);
     });
 }
 
-TEST_F(weightingFaults, weightingByNameWithoutMemory_isBadAndGivesZeros) {
+TEST_F(weightingWithoutMemory, constructionByName_givesStatus2AndZeros) {
     const RegistryScope registry;
     registry.add("D65", kD65);
     forEveryFailingAllocation([&](AllocationFaults& faults) {
         faults.arm();
-        const TIlluminantAndObserver weighting("D65", "10 degree", 36);
+        TIlluminantAndObserver weighting("D65", "10 degree", 36);
         faults.disarm();
-        EXPECT_EQ(weighting.GetStatus() != 0, faults.happened());
-        if (weighting.GetStatus() != 0)
-            expectZeros(weighting);
+        expectStatus2AndZerosOrWhole(weighting, faults, lamp);
         EXPECT_EQ(TIlluminantFactory::sNrFactoryReferences, 1u);
     });
 }
 
-TEST_F(weightingFaults, whiteWithoutMemory_isWholeOrZeros) {
-    const TSpectrum spectrum = spectrumOf(kD65);
-    const TIlluminant lamp(&spectrum, "lamp");
-    const TObserver observer(0);
+// Without a registry of the process one is made for the lookup: no memory for it is status 3, and what is
+// looked up in it is unknown.
+TEST_F(weightingWithoutMemory, constructionByNameWithoutARegistry_givesStatus3) {
+    forEveryFailingAllocation([&](AllocationFaults& faults) {
+        faults.arm();
+        TIlluminantAndObserver weighting("D65", "10 degree", 36);
+        faults.disarm();
+        EXPECT_EQ(weighting.GetStatus(), faults.happened() ? 3 : 2);
+        expectZeros(weighting);
+        EXPECT_EQ(TIlluminantFactory::sTheFactory, nullptr);
+        EXPECT_EQ(TIlluminantFactory::sNrFactoryReferences, 0u);
+        EXPECT_EQ(weighting.Init(&lamp, &observer, 36), 0);
+    });
+}
+
+TEST_F(weightingWithoutMemory, initOfAGoodWeighting_leavesNothingOfTheOldOne) {
+    forEveryFailingAllocation([&](AllocationFaults& faults) {
+        TIlluminantAndObserver weighting(&lamp, &observer, 36);
+        faults.arm();
+        const int answer = weighting.Init(&lamp, &observer, 8);
+        faults.disarm();
+        EXPECT_EQ(answer, weighting.GetStatus());
+        expectStatus2AndZerosOrWhole(weighting, faults, lamp);
+    });
+}
+
+TEST_F(weightingWithoutMemory, white_answers2AndZerosAndIsThereLater) {
     double expected[3];
     ASSERT_EQ(TIlluminantAndObserver(&lamp, &observer, 36).GetXYZWhite(expected), 0);
     forEveryFailingAllocation([&](AllocationFaults& faults) {
         const TIlluminantAndObserver weighting(&lamp, &observer, 36);
         double white[3] = {7, 7, 7};
         faults.arm();
-        weighting.GetXYZWhite(white);
+        const int answer = weighting.GetXYZWhite(white);
         faults.disarm();
+        EXPECT_EQ(answer, faults.happened() ? 2 : 0);
         if (faults.happened()) {
-            EXPECT_THAT(white,
-                        testing::AnyOf(ElementsAre(0.0, 0.0, 0.0), testing::ElementsAreArray(expected)));
-        } else {
-            EXPECT_THAT(white, testing::ElementsAreArray(expected));
+            EXPECT_THAT(white, Each(0.0));
+            EXPECT_EQ(weighting.GetXYZWhite(white), 0);
         }
+        EXPECT_THAT(white, testing::ElementsAreArray(expected));
     });
 }
 
-TEST_F(weightingFaults, temperatureWithoutMemory_is0OrRight) {
+TEST_F(weightingWithoutMemory, temperature_is0OrRightAndIsThereLater) {
     const RegistryScope registry;
-    const TIlluminant* const lamp = registry.add("A", kIlluminantA);
+    const TIlluminant* const lampA = registry.add("A", kIlluminantA);
     forEveryFailingAllocation([&](AllocationFaults& faults) {
         faults.arm();
-        const double temperature = lamp->GetColorTemperature();
+        const double temperature = lampA->GetColorTemperature();
         faults.disarm();
-        EXPECT_TRUE(temperature == 2860.0 || (faults.happened() && temperature == 0.0)) << temperature;
+        EXPECT_EQ(temperature, faults.happened() ? 0.0 : 2860.0);
+        EXPECT_EQ(lampA->GetColorTemperature(), 2860.0);
+    });
+}
+
+TEST_F(weightingWithoutMemory, chromaticityAndTemperature_answer0) {
+    const RegistryScope registry;
+    const TIlluminant* const lampA = registry.add("A", kIlluminantA);
+    forEveryFailingAllocation([&](AllocationFaults& faults) {
+        double x = 7, y = 7, temperature = 7;
+        faults.arm();
+        const int answer = lampA->GetChromaticityAndTemperature(&x, &y, &temperature);
+        faults.disarm();
+        EXPECT_EQ(answer, 0);
+        EXPECT_EQ(temperature, faults.happened() ? 0.0 : 2860.0);
+        EXPECT_EQ(std::isnan(x) && std::isnan(y), faults.happened());
     });
 }
 

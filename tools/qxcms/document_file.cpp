@@ -166,7 +166,8 @@ DocumentFile readDocument(const std::string& name) {
     warnOfCut(bytes, file);
     Findings findings;
     const int code = file.document->ReadFromBuffer(bytes.text.c_str(), &findings);
-    if (findings.ranOutOfMemory)
+    // The reader tells the place of every fault of the text; without one, memory ran out.
+    if (findings.ranOutOfMemory || (code != 0 && !findings.location))
         throw std::bad_alloc();
     if (code != 0) {
         file.failure = {code, messageOf(*file.document, code), findings.location,
