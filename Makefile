@@ -5,7 +5,7 @@ JOBS ?= $(shell nproc)
 # A recipe needs the packages that the one before it installs.
 .NOTPARALLEL:
 
-.PHONY: all demo test asan bench install setup setup-bench setup-checks format check check-compilers check-format \
+.PHONY: all demo test asan bench valgrind fuzz install setup setup-bench setup-checks format check check-compilers check-format \
     check-tidy regenerate clean
 
 all: build/release/Makefile
@@ -38,8 +38,18 @@ setup:
 	    locales pkgconf
 	@tools/setup/make_locale.sh
 
+# The test programs under valgrind; takes long.
+valgrind: setup
+	@tools/setup/install_packages.sh valgrind
+	tools/checks/run_valgrind.sh
+
+# Every fuzzer for FUZZ_SECONDS (60) seconds.
+fuzz: setup-checks build/fuzz/Makefile
+	cmake --build --preset fuzz --parallel $(JOBS)
+	tools/checks/run_fuzzers.sh $(FUZZ_SECONDS)
+
 setup-checks: setup
-	@tools/setup/install_packages.sh clang clang-format clang-tidy
+	@tools/setup/install_packages.sh clang clang-format clang-tidy libclang-rt-14-dev
 
 setup-bench: setup
 	@tools/setup/install_packages.sh libbenchmark-dev
