@@ -157,9 +157,13 @@ int TIlluminantAndObserver::IlluminantNeedsASTM308Tables(int* index) const {
 int TIlluminantAndObserver::GetXYZ(const double* values, double* xyz, int count) const {
     if (values == nullptr || xyz == nullptr || count != nrPoints)
         return kBadArgument;
-    xyz[0] = factor * weightedSum(values, xWeight, count);
-    xyz[1] = factor * weightedSum(values, yWeight, count);
-    xyz[2] = factor * weightedSum(values, zWeight, count);
+    // All three before the first is stored: the values may stand where the result goes.
+    const double x = factor * weightedSum(values, xWeight, count);
+    const double y = factor * weightedSum(values, yWeight, count);
+    const double z = factor * weightedSum(values, zWeight, count);
+    xyz[0] = x;
+    xyz[1] = y;
+    xyz[2] = z;
     return 0;
 }
 

@@ -271,6 +271,11 @@ TEST(cgatsDiagnostics, everyKindOfLineEnd_endsOneLine) {
     EXPECT_EQ(refusal.column, 9);
 }
 
+TEST(cgatsDiagnostics, carriageReturnAndLineFeedAtTheEnd_endOneLine) {
+    EXPECT_EQ(refuse("BEGIN_DATA_FORMAT\r\nLAB_L\r\n", 9).line, 3);
+    EXPECT_EQ(refuse("BEGIN_DATA_FORMAT\r\nLAB_L\n\r", 9).line, 4);
+}
+
 TEST(cgatsDiagnostics, columns_countBytes) {
     const Refusal refusal =
         refuse("KEYWORD gr\xc3\xbcn\n\nBEGIN_DATA_FORMAT\ngr\xc3\xbcn FOO\nEND_DATA_FORMAT\n", 11);

@@ -652,5 +652,42 @@ TEST(cgatsTokeniser, everyShortLine_isCutAsItSays) {
         forEachText("x \"#", length, [](const std::string& text) { expectCutAlike("K " + text); });
 }
 
+// ---- From line to line
+
+// The tags that a walk over a text finds, as the document that reads it stores them.
+void expectWalkFindsTheTags(const std::string& text) {
+    const Reading reading(text);
+    char keyword[TCgats::kMaxKeyword + 1];
+    char value[TCgats::kMaxValue + 1];
+    char comment[TCgats::kMaxComment + 1];
+    const TCgats document;
+    const char* position = text.c_str();
+    int tags = 0;
+    for (int result = 0; result == 0;) {
+        int code = -9;
+        int numeric = -9;
+        result = document.ReadNextTag(position, keyword, value, comment, &code, &numeric, &position);
+        if (keyword[0] == '\0' && result == 1)
+            break;
+        const TCgatsTag* const tag = reading.document.GetTagAt(tags++);
+        ASSERT_NE(tag, nullptr) << testing::PrintToString(text);
+        ASSERT_EQ(tag->GetNumeric(), numeric) << testing::PrintToString(text);
+        if (keyword[0] == '\0') {
+            ASSERT_EQ(tag->GetKeyword(), nullptr) << testing::PrintToString(text);
+            continue;
+        }
+        ASSERT_EQ(orAbsent(tag->GetKeyword()), keyword) << testing::PrintToString(text);
+        ASSERT_EQ(orAbsent(tag->GetValue()), value) << testing::PrintToString(text);
+        ASSERT_EQ(orAbsent(tag->GetComment()), comment) << testing::PrintToString(text);
+    }
+    ASSERT_EQ(tags, reading.document.GetNrTags()) << testing::PrintToString(text);
+    ASSERT_EQ(position, text.c_str() + text.size()) << testing::PrintToString(text);
+}
+
+TEST(cgatsTokeniser, walkFromLineToLine_findsTheTagsOfTheDocument) {
+    for (std::size_t length = 1; length <= 5; ++length)
+        forEachText("A \"#\n\r", length, expectWalkFindsTheTags);
+}
+
 } // namespace
 } // namespace qxcms::tests

@@ -206,6 +206,20 @@ TEST(commentBlock, readCommentTag_refusesTheEndOfTheText) {
     EXPECT_EQ(document.GetNrCommentBlocks(), 0);
 }
 
+TEST(commentBlock, readCommentTag_dropsSixCharactersOfItsKeyword) {
+    TCgats document;
+    const std::string text = "a\nEND_\n";
+    for (const char* keyword : {"", "BEGIN"}) {
+        const char* position = text.c_str();
+        EXPECT_EQ(document.ReadCommentTag(keyword, &position), 5) << keyword;
+        EXPECT_EQ(position, text.c_str());
+    }
+    EXPECT_EQ(document.GetNrCommentBlocks(), 0);
+    const char* position = text.c_str();
+    EXPECT_EQ(document.ReadCommentTag("BEGIN_", &position), 0);
+    EXPECT_STREQ(document.GetCommentBlock(0), "a\n");
+}
+
 TEST(commentBlock, readCommentTag_gives2ForNull) {
     TCgats document;
     const char* position = "a\nEND_X\n";

@@ -293,6 +293,20 @@ TEST(dataFormat, secondListWhileAHeaderIsPending_hasNoSlotLeft) {
     expectBadField(formatText("") + formatText("LAB_A"));
 }
 
+TEST(dataFormat, secondListWhileAHeaderIsPending_mustHoldItsCountOfFields) {
+    expectTooFew(formatText("LAB_L") + formatText(""));
+    expectTooFew("NUMBER_OF_FIELDS 1\n" + formatText("LAB_L") + formatText(""));
+    EXPECT_EQ(fields(formatText("") + formatText("")), Names{});
+}
+
+TEST(dataFormat, listAfterARefusal_fillsTheSlotsThatAreLeft) {
+    TCgats document;
+    ASSERT_EQ(document.ReadFromBuffer(("NUMBER_OF_FIELDS 2\n" + formatText("LAB_L FOO")).c_str()), 11);
+    // One field was read, two were declared.
+    EXPECT_EQ(document.ReadFromBuffer(formatText("LAB_A").c_str()), 12);
+    EXPECT_EQ(namesOf(*document.GetTmpHeader()), (Names{"LAB_L", "LAB_A"}));
+}
+
 // ---- After a refusal
 
 TEST(dataFormat, refusal_leavesTagsAndStoresNotTheOpeningOne) {

@@ -307,12 +307,36 @@ TEST(fieldClassification, processColor_needsANumberAndItsCase) {
         expectUnknown(name);
 }
 
+// ---- White space, which a scan skips before a number and nowhere else
+
+TEST(fieldClassification, whiteSpaceBeforeANumber_isSkipped) {
+    expectNumbered("nm 380", TCgatsField::kSpectral, 380);
+    expectNumbered("SPECTRAL_\v\f380", TCgatsField::kSpectral, 380);
+    expectNumbered("SPOT_\t2", TCgatsField::kSpotColor, 1);
+    expectNumbered("PC0_ 3", TCgatsField::kProcessColor, 2);
+    expectNumbered(" 6CLR_\n2", TCgatsField::kNColor, 1);
+}
+
+TEST(fieldClassification, whiteSpaceBeforeALetter_isNot) {
+    for (const char* name : {" nm380", "SPOT _2", " SPOT_2", "PC 0_3", "6 CLR_2", "nm- 5"})
+        expectUnknown(name);
+}
+
 // ---- Nothing
 
 TEST(fieldClassification, otherNames_areUnknown) {
     for (const char* name :
          {"", " ", "FOO", "LAB", "LAB_", "LAB-L", " LAB_L", "\"LAB_L\"", "XYZ", "CMYK", "CMYK_O"})
         expectUnknown(name);
+}
+
+TEST(fieldClassification, unknownName_leavesTheNameAsGivenAndTheRestUntouched) {
+    const Match field = match("lot 5");
+    EXPECT_EQ(field.result, -1);
+    EXPECT_EQ(field.canonicalName, "lot 5");
+    EXPECT_EQ(field.kind, -9);
+    EXPECT_EQ(field.number, -9);
+    EXPECT_EQ(field.dataType, -9);
 }
 
 TEST(fieldClassification, absentArguments_giveMinusOne) {

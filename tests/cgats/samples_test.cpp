@@ -145,6 +145,15 @@ TEST(cgatsSamples, quotedValue_knowsNoEscapes) {
     EXPECT_EQ(texts(reading.document, 1), Texts{"b"});
 }
 
+TEST(cgatsSamples, behindAClosingQuote_theNextValueBegins) {
+    const Reading reading(tableText("STRING STRING STRING STRING", 1, "\"a\"b\"c \"d\"\"\""));
+    ASSERT_EQ(reading.code, 0);
+    EXPECT_EQ(texts(reading.document, 0), Texts{"a"});
+    EXPECT_EQ(texts(reading.document, 1), Texts{"b\"c"});
+    EXPECT_EQ(texts(reading.document, 2), Texts{"d"});
+    EXPECT_EQ(texts(reading.document, 3), Texts{""});
+}
+
 TEST(cgatsSamples, quotedKeyword_isAValue) {
     EXPECT_EQ(text("\"END_DATA\""), "END_DATA");
 }

@@ -159,6 +159,14 @@ TEST_F(illuminantFile, saveWithoutASpectrumOrName_answers3AndWritesNothing) {
     EXPECT_FALSE(std::filesystem::exists(file));
 }
 
+TEST_F(illuminantFile, illuminantWhoseSpectrumIsBad_isSavedAllTheSame) {
+    ASSERT_EQ(statusOf(kText + "\nodd\n2 500 500 1 1"), 4);
+    const std::string file = scratch.path("saved.ill");
+    EXPECT_EQ(illuminant->Save(file.c_str()), 0);
+    EXPECT_EQ(ScratchFolder::read(file), binaryImage("odd", bytesOf({1, 2, 500, 500, 1, 32767, 32767})));
+    EXPECT_EQ(illuminant->GetStatus(), 4);
+}
+
 TEST_F(illuminantFile, nameOf255Characters_isSaved) {
     const TSpectrum spectrum = spectrumOf(kD65);
     const std::string name(255, 'n');

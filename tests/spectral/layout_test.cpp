@@ -445,6 +445,18 @@ TEST(spectrumBuffers, shortFileDataWithNullArguments_discardTheFileDataFirst) {
     }
 }
 
+TEST(spectrumBuffers, requestThatFails_leavesTheSizeOfTheLastBuffer) {
+    TSpectrum spectrum = twoSamples();
+    const TSpectrum reference = spectrumOf(ramp());
+    int size = 0, untouched = -7;
+    ASSERT_NE(spectrum.ToFileData(&size), nullptr);
+    EXPECT_EQ(spectrum.ToShrtFileData(&reference, &untouched), nullptr);
+    EXPECT_EQ(spectrum.ToShrtFileData(nullptr, &untouched), nullptr);
+    EXPECT_EQ(spectrum.ToFileData(nullptr), nullptr);
+    EXPECT_EQ(spectrum.GetFileDataSize(), 4 * 2 + 6);
+    EXPECT_EQ(untouched, -7);
+}
+
 TEST(spectrumBuffers, fileDataWithANullSize_keepTheBuffers) {
     TSpectrum first = twoSamples(), second = twoSamples();
     int size = 0;

@@ -309,6 +309,27 @@ TEST(spectrumFileData, wavelengthOutside64Bits_isStoredAs0) {
         EXPECT_EQ(words[i], 0) << i;
 }
 
+// Only a text brings so many samples.
+TEST(spectrumFileData, countBeyond16Bits_isStoredModulo65536) {
+    constexpr int kCount = 65536 + 3;
+    std::string text = std::to_string(kCount);
+    for (int i = 0; i < kCount; ++i)
+        text += ' ' + std::to_string(i);
+    for (int i = 0; i < kCount; ++i)
+        text += " 1";
+    TSpectrum spectrum(text.c_str());
+    ASSERT_EQ(spectrum.GetStatus(), 0);
+    int size = 0;
+    const std::uint16_t* const words = spectrum.ToFileData(&size);
+    ASSERT_NE(words, nullptr);
+    EXPECT_EQ(size, 4 * kCount + 6);
+    EXPECT_EQ(words[0], 1);
+    EXPECT_EQ(words[1], 3);
+    EXPECT_EQ(words[2 + 65536 + 2], 2); // the last wavelength
+    EXPECT_EQ(words[2 + kCount], 1);    // 1.0 is below 2^1
+    EXPECT_EQ(words[size / 2 - 1], 32767);
+}
+
 TEST(spectrumFileData, emptyBlock_storesTheLowestExponent) {
     TSpectrum refused(nullptr, 0, nullptr);
     int size = 0;
@@ -570,6 +591,14 @@ TEST(spectrumFileData, samplesThatFloorToOneWavelength_giveStatus4OnReading) {
     EXPECT_THAT(standardOf(spectrum), Each(-1.0));
 }
 
+TEST(spectrumFileData, samplesThatCannotBeInserted_areReadToTheirEndAllTheSame) {
+    const Words words = {1, 2, 500, 500, 0, 65535, 65535, 4711};
+    void* end = nullptr;
+    const TSpectrum spectrum(words.data(), &end);
+    EXPECT_EQ(spectrum.GetStatus(), 4);
+    EXPECT_EQ(end, words.data() + 7);
+}
+
 TEST(spectrumFileData, nullData_giveStatus2) {
     void* end = nullptr;
     const TSpectrum spectrum(static_cast<const void*>(nullptr), &end);
@@ -697,6 +726,14 @@ TEST(spectrumShortFileData, anotherCount_givesStatus5) {
 TEST(spectrumShortFileData, standardOnlyAgainstNonUniform_givesStatus5) {
     expectMismatch(spectrumOf(ramp()), fromSamples({400, 500}, {1, 1}));
     expectMismatch(fromSamples({400, 500}, {1, 1}), spectrumOf(ramp()));
+}
+
+// Neither holds samples, but only one is standard-only.
+TEST(spectrumShortFileData, nonUniformWithoutSamplesAgainstStandardOnly_givesStatus5) {
+    const TSpectrum refused(nullptr, 1, nullptr);
+    ASSERT_EQ(refused.GetNonUniformFlag(), 1);
+    expectMismatch(refused, spectrumOf(ramp()));
+    expectMismatch(spectrumOf(ramp()), refused);
 }
 
 TEST(spectrumShortFileData, laterSuccess_leavesTheStatusOfAFailure) {

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 #include <type_traits>
+#include <vector>
 
 #include <gmock/gmock.h>
 
@@ -739,6 +740,17 @@ TEST(weighting, anotherCount_answers2AndLeavesXyzUntouched) {
             EXPECT_THAT(colour.value, Each(7.0)) << count;
         }
     }
+}
+
+TEST(weighting, values_mayStandWhereTheResultGoes) {
+    const TIlluminant lamp = lampOf(irregular(61));
+    const TObserver observer(0);
+    const TIlluminantAndObserver weighting(&lamp, &observer, 36);
+    const Standard sample = irregular(62);
+    Standard inPlace = sample;
+    EXPECT_EQ(weighting.GetXYZ(inPlace.data(), inPlace.data(), 36), 0);
+    const auto expected = integral(weightsOf(irregular(61), 0, 36), sample, 36);
+    EXPECT_THAT(std::vector<double>(inPlace.begin(), inPlace.begin() + 3), ElementsAreArray(expected));
 }
 
 TEST(weighting, nullArguments_answer2) {

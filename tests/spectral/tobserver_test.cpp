@@ -293,6 +293,18 @@ TEST(observer, sensitivities_areMadeOnce) {
     EXPECT_NE(observer.GetYSensitivity(), x);
 }
 
+// A caller may hold them.
+TEST(observer, initSpectra_leavesTheSpectraThatAreThere) {
+    TObserver observer(1);
+    const TSpectrum* const held[] = {observer.GetXSensitivity(), observer.GetYSensitivity(),
+                                     observer.GetZSensitivity()};
+    observer.InitSpectra();
+    EXPECT_EQ(observer.GetXSensitivity(), held[0]);
+    ASSERT_EQ(observer.GetYSensitivity(), held[1]);
+    EXPECT_EQ(observer.GetZSensitivity(), held[2]);
+    EXPECT_EQ(held[1]->GetValues()[at(555)], 0.9991);
+}
+
 TEST(observer, initSpectra_canBeRepeated) {
     TObserver observer(0);
     observer.InitSpectra();

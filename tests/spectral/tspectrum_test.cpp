@@ -313,6 +313,15 @@ TEST(spectrum, calcStandardSpecWithoutSamples_leavesStandardValuesAlone) {
     EXPECT_THAT(standardOf(spectrum), ElementsAreArray(ramp()));
 }
 
+TEST(spectrum, calcStandardSpecThatSucceeds_leavesTheStatusOfAnEarlierFailure) {
+    const double wavelengths[] = {400.0, 700.0}, values[] = {0.25, 0.5};
+    TSpectrum spectrum(wavelengths, 2, values);
+    ASSERT_EQ(spectrum.ToFileData(nullptr), nullptr);
+    ASSERT_EQ(spectrum.GetStatus(), 2);
+    EXPECT_EQ(spectrum.CalcStandardSpec(), 0);
+    EXPECT_EQ(spectrum.GetStatus(), 2);
+}
+
 TEST(spectrum, getUniformSpectrum_tellsTheGrid) {
     const TSpectrum spectrum = spectrumOf(ramp());
     double start = 0, end = 0;
