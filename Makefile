@@ -5,8 +5,8 @@ JOBS ?= $(shell nproc)
 # A recipe needs the packages that the one before it installs.
 .NOTPARALLEL:
 
-.PHONY: all demo test asan bench valgrind fuzz install setup setup-bench setup-checks format check check-compilers check-format \
-    check-tidy regenerate clean
+.PHONY: all demo test asan bench valgrind fuzz fuzz-coverage install setup setup-bench setup-checks setup-fuzz format \
+    check check-compilers check-constants check-format check-tidy regenerate clean
 
 all: build/release/Makefile
 	cmake --build --preset release --parallel $(JOBS)
@@ -44,12 +44,24 @@ valgrind: setup
 	tools/checks/run_valgrind.sh
 
 # Every fuzzer for FUZZ_SECONDS (60) seconds.
-fuzz: setup-checks build/fuzz/Makefile
+fuzz: setup-fuzz build/fuzz/Makefile
 	cmake --build --preset fuzz --parallel $(JOBS)
 	tools/checks/run_fuzzers.sh $(FUZZ_SECONDS)
 
+# What the committed inputs of the fuzzers reach.
+fuzz-coverage: setup-fuzz
+	tools/checks/fuzz_coverage.sh
+
+# Changes every number of the kernel, one at a time; takes long.
+check-constants: setup
+	@tools/setup/install_packages.sh python3
+	tools/checks/check_constants.py
+
+setup-fuzz: setup
+	@tools/setup/install_packages.sh clang llvm libclang-rt-14-dev
+
 setup-checks: setup
-	@tools/setup/install_packages.sh clang clang-format clang-tidy libclang-rt-14-dev
+	@tools/setup/install_packages.sh clang clang-format clang-tidy
 
 setup-bench: setup
 	@tools/setup/install_packages.sh libbenchmark-dev

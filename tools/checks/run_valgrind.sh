@@ -11,7 +11,7 @@ root=$(cd "$(dirname "$0")/../.." && pwd)
 build=${1:-$root/build/valgrind}
 mkdir -p "$build"
 build=$(cd "$build" && pwd)
-export build logs=$build/valgrind
+export root build logs=$build/valgrind
 
 # Some optimisation, because time counts here; lines of source in the reports.
 if [ ! -f "$build/CMakeCache.txt" ]; then
@@ -48,18 +48,18 @@ excluded() {
 }
 export -f excluded
 
-# One test program, or one of the two halves of a long one.
+# One test program, or one of the two halves of a long one; the corpus programs take their folder of inputs.
 run_one() {
-    local program=${1%:*} half=${1#*:} log filter start
+    local program=${1%:*} half=${1#*:} log filter start corpus=
     log=$logs/$program.$half.log
     filter=$(excluded "$program" | paste -sd :)
     [ "$half" = all ] || export GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=$half
+    [ "$program" = "${program#qxcms_corpus_}" ] || corpus=$root/fuzz/corpus/${program#qxcms_corpus_}
     start=$(date +%s)
     # The options are a list of words.
     # shellcheck disable=SC2086
-    if nice $memcheck "$build/bin/$program" ${2:+"$2"} ${filter:+"--gtest_filter=-$filter"} >"$log" 2>&1; then
-        echo "$program ($half): no finding, $(grep -c '^\[       OK \]' "$log" || true) tests," \
-            "$(($(date +%s) - start)) s"
+    if nice $memcheck "$build/bin/$program" ${corpus:+"$corpus"} ${filter:+"--gtest_filter=-$filter"} >"$log" 2>&1; then
+        echo "$program ($half): no finding, $(($(date +%s) - start)) s"
     else
         echo "$program ($half): FAILED, see $log"
         grep -E -m 20 '^==[0-9]+==|Failure$|^\[  FAILED' "$log" || tail -n 5 "$log"
@@ -71,11 +71,12 @@ export -f run_one
 mkdir -p "$logs"
 rm -f "$logs"/*
 runs=()
-for program in ${VALGRIND_PROGRAMS:-qxcms_cli_tests qxcms_tests qxcms_failing_platform_tests \
-    qxcms_failing_memory_tests qxcms_hostile_tests qxcms_fuzz_files_tests}; do
+corpora=$(cd "$build/bin" && echo qxcms_corpus_*)
+for program in ${VALGRIND_PROGRAMS:-qxcms_cli_tests qxcms_tests qxcms_hostile_tests qxcms_failing_platform_tests \
+    qxcms_failing_memory_tests qxcms_fuzz_files_tests $corpora}; do
     [ -x "$build/bin/$program" ] || continue
     case $program in
-    qxcms_cli_tests | qxcms_tests) runs+=("$program:0" "$program:1") ;;
+    qxcms_cli_tests | qxcms_tests | qxcms_hostile_tests) runs+=("$program:0" "$program:1") ;;
     *) runs+=("$program:all") ;;
     esac
 done
