@@ -334,7 +334,8 @@ int CgatsReader::addField(const Token& token, bool declared) {
     int number = 0;
     int dataType = 0;
     std::string canonicalName;
-    const int fieldId = document.MatchField(token.name().c_str(), &kind, &number, &dataType, &canonicalName);
+    const int fieldId =
+        document.classifyField(token.name().c_str(), &kind, &number, &dataType, &canonicalName);
     if (fieldId < 0 && token.isNamedEndOfFormat())
         return refuse(kUnknownField, token.first, token.last,
                       "END_DATA_FORMAT without quotes, followed by a blank or a line end");

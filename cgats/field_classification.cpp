@@ -1,5 +1,6 @@
 // What a field name stands for.
 #include <cstring>
+#include <new>
 #include <string>
 
 #include "base/guarded.h"
@@ -87,7 +88,11 @@ int TCgats::MatchField(const char* name, int* kind, int* number, int* dataType, 
     if (name == nullptr || kind == nullptr || number == nullptr || dataType == nullptr ||
         canonicalName == nullptr)
         return kUnknown;
+    return guarded(kUnknown, [&] { return classifyField(name, kind, number, dataType, canonicalName); });
+}
 
+int TCgats::classifyField(const char* name, int* kind, int* number, int* dataType,
+                          std::string* canonicalName) {
     const auto answer = [&](int fieldKind, int fieldNumber, int fieldType, int result) {
         *kind = fieldKind;
         *number = fieldNumber;
@@ -98,41 +103,39 @@ int TCgats::MatchField(const char* name, int* kind, int* number, int* dataType, 
         return answer(fieldKind, given - 1, TCgatsField::kFloat, 0);
     };
 
-    return guarded(kUnknown, [&] {
-        *canonicalName = name;
+    *canonicalName = name;
 
-        // Kept on purpose: a declared name wins, also over a standard name, and makes its column text
-        // (fieldClassification.customName_winsOverEveryOtherClass).
-        const int custom = findCustomField(name);
-        if (custom >= 0) {
-            *canonicalName = customFields[custom];
-            return answer(TCgatsField::kCustom, 0, TCgatsField::kString, custom);
-        }
+    // Kept on purpose: a declared name wins, also over a standard name, and makes its column text
+    // (fieldClassification.customName_winsOverEveryOtherClass).
+    const int custom = findCustomField(name);
+    if (custom >= 0) {
+        *canonicalName = customFields[custom];
+        return answer(TCgatsField::kCustom, 0, TCgatsField::kString, custom);
+    }
 
-        int given = 0;
-        if (scanSpectral(name, given))
-            return answer(TCgatsField::kSpectral, given, TCgatsField::kFloat, 0);
+    int given = 0;
+    if (scanSpectral(name, given))
+        return answer(TCgatsField::kSpectral, given, TCgatsField::kFloat, 0);
 
-        const int standard = findIgnoringCase(kFieldNames, kFieldNameCount, name);
-        if (standard >= 0) {
-            *canonicalName = kFieldNames[standard];
-            return answer(TCgatsField::kStandard, 0, standardDataType(standard), standard);
-        }
+    const int standard = findIgnoringCase(kFieldNames, kFieldNameCount, name);
+    if (standard >= 0) {
+        *canonicalName = kFieldNames[standard];
+        return answer(TCgatsField::kStandard, 0, standardDataType(standard), standard);
+    }
 
-        if (findIgnoringCase(kSampleNameAliases, kAliasCount, name) >= 0) {
-            if (AddCustomField(name) != 0)
-                return kUnknown;
-            return answer(TCgatsField::kCustom, 0, TCgatsField::kString, nrCustomFields - 1);
-        }
+    if (findIgnoringCase(kSampleNameAliases, kAliasCount, name) >= 0) {
+        if (AddCustomField(name) != 0)
+            throw std::bad_alloc();
+        return answer(TCgatsField::kCustom, 0, TCgatsField::kString, nrCustomFields - 1);
+    }
 
-        if (scanNColor(name, given))
-            return answerColor(TCgatsField::kNColor, given);
-        if (scanSpot(name, given))
-            return answerColor(TCgatsField::kSpotColor, given);
-        // Kept on purpose: the columns are known only by the number of "PROCESSCOLOR_ID" tags before them
-        // (fieldClassification.processColorOfAnotherNumberOfTags_isUnknown).
-        if (scanProcessColor(name, nrProcessColorIdTags, given))
-            return answerColor(TCgatsField::kProcessColor, given);
-        return kUnknown;
-    });
+    if (scanNColor(name, given))
+        return answerColor(TCgatsField::kNColor, given);
+    if (scanSpot(name, given))
+        return answerColor(TCgatsField::kSpotColor, given);
+    // Kept on purpose: the columns are known only by the number of "PROCESSCOLOR_ID" tags before them
+    // (fieldClassification.processColorOfAnotherNumberOfTags_isUnknown).
+    if (scanProcessColor(name, nrProcessColorIdTags, given))
+        return answerColor(TCgatsField::kProcessColor, given);
+    return kUnknown;
 }

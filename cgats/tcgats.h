@@ -239,6 +239,8 @@ private:
     const TCgatsTable* tableOfSample(int table, int sample) const;
     int fillFromColumns(int table, int sample, const std::int32_t* columns, int count, double* out) const;
     int collectTagValues(int code, int count, const char** values) const;
+    /// MatchField for arguments that are there; throws when there is no memory.
+    int classifyField(const char* name, int* kind, int* number, int* dataType, std::string* canonicalName);
     const char* tagValue(int code) const;
     int setTagValue(int code, const char* text);
     Names* names() const;

@@ -31,7 +31,8 @@ public:
     /// @return 0, or 1 (the field is deleted) when there is no empty slot, or as Append.
     int FillNextSlot(TCgatsField* field);
 
-    /// Summarises the columns. @return 0, or 7 when a slot is empty or colour numbers are not consistent.
+    /// Summarises the columns. @return 0; 7 when a slot is empty or colour numbers are not consistent; 10
+    /// when there is no memory.
     int Classify();
 
     void SetNrSamples(int samples) { nrSamples = samples; }

@@ -161,6 +161,10 @@ TEST(cgatsDiagnostics, missingValues_areToldAtTheFirstEndKeywordAmongTheValues) 
     expectToken(head + "\"END_DATA\" END_DATAS @END_DATA\n", "END_DATA", 1);
 }
 
+TEST(cgatsDiagnostics, endKeywordAmongTheValuesOfAnEarlierTable_isNotTheOneToTell) {
+    expectEnd(tableText("STRING", 2, "a") + formatText("LAB_L") + "NUMBER_OF_SETS 2\nBEGIN_DATA\n1\n", 1);
+}
+
 TEST(cgatsDiagnostics, missingValuesWithoutEndKeyword_areToldAtTheEnd) {
     expectEnd(formatText("LAB_L") + "NUMBER_OF_SETS 1\nBEGIN_DATA\n", 1);
     expectEnd(formatText("LAB_L") + "NUMBER_OF_SETS 9\nBEGIN_DATA\n1 2\nend_data\n", 1);

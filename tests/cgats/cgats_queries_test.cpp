@@ -4,6 +4,7 @@
 #include <functional>
 #include <limits>
 #include <locale>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -872,6 +873,16 @@ TEST(cgatsRefusals, documentWithANegativeErrorCode_isInErrorToo) {
     document.SetErrorCode(-1);
     EXPECT_EQ(document.GetNrFields(0), -1);
     EXPECT_FALSE(document.ContainsLab(0));
+}
+
+TEST(cgatsRefusals, tableThatGaveItsHeaderAway_isRefusedByEveryQuery) {
+    for (const Query& query : allQueries()) {
+        SCOPED_TRACE(query.name);
+        const ReadDocument document(query.text());
+        const std::unique_ptr<TCgatsTableHeader> header(document.GetTable(0)->ReleaseHeader());
+        EXPECT_EQ(query.ask(document, 0, 0), query.refused);
+        EXPECT_EQ(document.GetNrSamples(0), -1);
+    }
 }
 
 TEST(cgatsRefusals, badSample_isRefusedByEveryQueryOfSamples) {

@@ -174,6 +174,12 @@ TEST(dataFormat, endKeyword_countsItsCase) {
     expectUnknown("BEGIN_DATA_FORMAT\nLAB_L\nEnd_Data_Format\nEND_DATA_FORMAT\n");
 }
 
+TEST(dataFormat, endKeywordInQuotes_isAnOrdinaryName) {
+    expectUnknown(formatText("LAB_L \"END_DATA_FORMAT\""));
+    EXPECT_EQ(fields("KEYWORD END_DATA_FORMAT\n" + formatText("LAB_L \"END_DATA_FORMAT\" LAB_A")),
+              (Names{"LAB_L", "END_DATA_FORMAT", "LAB_A"}));
+}
+
 TEST(dataFormat, endKeyword_isAWholeToken) {
     expectUnknown("BEGIN_DATA_FORMAT\nLAB_L\nEND_DATA_FORMATS\nEND_DATA_FORMAT\n");
     expectUnknown("BEGIN_DATA_FORMAT\nLAB_L\nEND_DATA\nEND_DATA_FORMAT\n");

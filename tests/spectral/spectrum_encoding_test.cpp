@@ -736,6 +736,15 @@ TEST(spectrumShortFileData, nonUniformWithoutSamplesAgainstStandardOnly_givesSta
     expectMismatch(spectrumOf(ramp()), refused);
 }
 
+TEST(spectrumShortFileData, samplesThatCannotBeInserted_areReadToTheirEndAllTheSame) {
+    const TSpectrum reference = fromSamples({500, 500}, {1, 1});
+    const Words words = {0, 65535, 65535, 4711};
+    void* end = nullptr;
+    const TSpectrum spectrum(&reference, words.data(), &end);
+    EXPECT_EQ(spectrum.GetStatus(), 4);
+    EXPECT_EQ(end, words.data() + 3);
+}
+
 TEST(spectrumShortFileData, laterSuccess_leavesTheStatusOfAFailure) {
     const TSpectrum other = fromSamples({400}, {1}), reference = spectrumOf(ramp());
     TSpectrum spectrum = spectrumOf(ramp());
