@@ -461,6 +461,11 @@ TEST(cgatsSamples, refusedSamples_leaveEarlierTables) {
                         "BEGIN_DATA_FORMAT", "END_DATA_FORMAT", "NUMBER_OF_SETS"}));
 }
 
+TEST(cgatsSamples, refusedSamples_leaveTheDeclaredSets) {
+    EXPECT_EQ(Reading(tableText("LAB_L", 3, "5")).document.GetDeclaredNrSets(), 3);
+    EXPECT_EQ(Reading(tableText("SPOT_2", 3, "5 6 7")).document.GetDeclaredNrSets(), 3);
+}
+
 TEST(cgatsSamples, documentReadsOnAfterARefusal) {
     for (const std::string& bad : {tableText("LAB_L", 3, "5"), tableText("SPOT_2", 1, "5"),
                                    tableText("", 1, "5"), tableText("LAB_L", 0, "5")}) {

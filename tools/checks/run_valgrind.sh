@@ -27,7 +27,7 @@ nice cmake --build "$build" --parallel "${JOBS:-$(nproc)}" >"$build/build.log" |
 # Findings end a program with a code of their own, also the command where a test runs it. The tests that make memory
 # fail, or count it, bring a malloc or an operator new of their own, which is to stay in place: what is behind it is
 # watched.
-export memcheck="valgrind --quiet --error-exitcode=99 --num-callers=30 --leak-check=full
+export memcheck="valgrind --quiet --vgdb=no --error-exitcode=99 --num-callers=30 --leak-check=full
     --show-leak-kinds=definite,indirect,possible --errors-for-leak-kinds=definite,indirect,possible
     --soname-synonyms=somalloc=nouserintercepts --trace-children=yes
     --trace-children-skip=/bin/*,/usr/bin/*,/usr/lib/*"
