@@ -294,6 +294,7 @@ TEST(parseDouble, readsAsMuchOfNotANumberAsThereIs) {
 TEST(parseDouble, keepsTheIntegerOfNotANumber) {
     expectDouble("nan(5)", std::bit_cast<double>(0x7ff8000000000005U));
     expectDouble("nan(0)", std::bit_cast<double>(0x7ff8000000000000U));
+    expectDouble("nan(10)", std::bit_cast<double>(0x7ff800000000000aU));
     expectDouble("nan(010)", std::bit_cast<double>(0x7ff8000000000008U));
     expectDouble("nan(08)", std::bit_cast<double>(0x7ff8000000000000U));
     expectDouble("-nan(0xAbc)", std::bit_cast<double>(0xfff8000000000abcU));

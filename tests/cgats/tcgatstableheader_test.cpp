@@ -149,4 +149,27 @@ TEST(cgatsTableHeader, setNrSamples_isKept) {
 }
 
 } // namespace
+
+// The fields behind the last of CMYK and of XYZ in the list of names.
+TEST(headerClassification, neighboursOfColours_areNoColours) {
+    const auto standard = [](const char* name, int id) { return new TCgatsField(2, name, 0, 0, id); };
+    TCgatsTableHeader header;
+    int id = 2;
+    for (const char* name : {"CMYK_C", "CMYK_M", "CMYK_Y", "CMYK_K", "D_RED"})
+        ASSERT_EQ(header.Append(standard(name, id++)), 0);
+    id = 17;
+    for (const char* name : {"XYZ_X", "XYZ_Y", "XYZ_Z"})
+        ASSERT_EQ(header.Append(standard(name, id++)), 0);
+    id = 23;
+    for (const char* name : {"LAB_L", "LAB_A", "LAB_B"})
+        ASSERT_EQ(header.Append(standard(name, id++)), 0);
+    ASSERT_EQ(header.Append(standard("XYY_X", 20)), 0);
+    ASSERT_EQ(header.Append(standard("LAB_C", 26)), 0);
+    ASSERT_EQ(header.Classify(), 0);
+    EXPECT_EQ(header.GetColorKind(), TCgatsTableHeader::kCmyk);
+    EXPECT_EQ(columnList(header.GetColorColumns(), 4), (std::vector<int>{0, 1, 2, 3}));
+    EXPECT_EQ(columnList(header.GetXyzColumns(), 3), (std::vector<int>{5, 6, 7}));
+    EXPECT_EQ(columnList(header.GetLabColumns(), 3), (std::vector<int>{8, 9, 10}));
+}
+
 } // namespace qxcms::tests

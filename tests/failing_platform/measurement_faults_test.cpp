@@ -173,7 +173,7 @@ TEST_F(measurementFaults, xyzMeasurementWithoutMemory_hasStatus3) {
 
 TEST_F(measurementFaults, emissiveXyzMeasurementWithoutMemory_hasStatus3) {
     expectStatus3WithoutMemory<TEmissiveXYZMeasurement>(1.0, 2.0, 3.0, &geometry, &observer);
-    expectStatus3WithoutMemory<TEmissiveXYZMeasurement>(1.0, 2.0, 3.0, &geometry, &observer, 4, kCoordinates);
+    expectStatus3WithoutMemory<TEmissiveXYZMeasurement>(1.0, 2.0, 3.0, &geometry, &observer, 1, kCoordinates);
 }
 
 TEST_F(measurementFaults, labMeasurementWithoutMemory_hasStatus3) {

@@ -167,4 +167,22 @@ TEST(directorySearch, endOfNoSearch_isAccepted) {
     fsfree(nullptr);
 }
 
+TEST(directorySearch, pathThatJustFits_writesNothingBehindIt) {
+    const ScratchFolder folder;
+    const std::string path = folder.write("a", "");
+    std::vector<char> out(path.size() + 2, '~');
+    const Search files = search(folder.path());
+    EXPECT_EQ(fsearch(files.get(), out.data(), static_cast<int>(path.size()) + 1), 0);
+    EXPECT_STREQ(out.data(), path.c_str());
+    EXPECT_EQ(out.back(), '~');
+}
+
+TEST(directorySearch, roomForTheTerminatorAlone_takesIt) {
+    const ScratchFolder folder;
+    folder.write("a", "");
+    char out[] = "x";
+    EXPECT_EQ(fsearch(search(folder.path()).get(), out, 1), -1);
+    EXPECT_EQ(out[0], '\0');
+}
+
 } // namespace

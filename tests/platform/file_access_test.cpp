@@ -98,4 +98,13 @@ TEST(fileAccess, nothingToTransfer_transfersNothing) {
     EXPECT_EQ(ScratchFolder::read(folder.path("a")), "12345");
 }
 
+TEST(fileAccess, oneByte_isTransferred) {
+    const ScratchFolder folder;
+    const std::string path = folder.path("a");
+    EXPECT_EQ(fputm(open(path, "wb").get(), "x", 1), 1);
+    char byte = 0;
+    EXPECT_EQ(fgetm(open(path, "rb").get(), &byte, 1), 1);
+    EXPECT_EQ(byte, 'x');
+}
+
 } // namespace

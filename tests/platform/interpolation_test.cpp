@@ -195,9 +195,10 @@ bool survivesTheEndOfMemory() {
     if (table == nullptr || setrlimit(RLIMIT_AS, &limit) != 0)
         return false;
     double x = 0.0;
-    while (lin_interp_double_insert(table.get(), x, x) == 0)
+    int answer = 0;
+    while ((answer = lin_interp_double_insert(table.get(), x, x)) == 0)
         x += 1.0;
-    return at(table, 0.0) == 0.0 && at(table, x) == x - 1.0;
+    return answer == 1 && at(table, 0.0) == 0.0 && at(table, x) == x - 1.0;
 }
 
 TEST(interpolation, withoutMemory_aPointIsRefused) {

@@ -347,4 +347,15 @@ TEST(logicalPaths, outputBuffer_mayHoldTheSpecification) {
     EXPECT_STREQ(text, "/a/rather/long/root/a/b/name.ext");
 }
 
+TEST(logicalNames, nameAndTranslation_mayBeOneLetter) {
+    char out[QXCMS_LOGNAM_SIZE];
+    const Variable variable("QXCMS_TEST_LETTER", "x");
+    EXPECT_EQ(lognam("QXCMS_TEST_LETTER", out), 0);
+    EXPECT_STREQ(out, "x");
+    ASSERT_EQ(deflognam("q", "y"), 0);
+    EXPECT_EQ(lognam("q", out), 0);
+    EXPECT_STREQ(out, "y");
+    deflognam("q", nullptr);
+}
+
 } // namespace

@@ -529,4 +529,59 @@ TEST(resolvedFile, files_mayBeWrittenFromSeveralThreads) {
     EXPECT_EQ(entries(folder.path()), 4u);
 }
 
+TEST(resolvedFile, newFile_isOpenToAllWhereTheMaskAllowsIt) {
+    const ScratchFolder folder;
+    const mode_t mask = umask(0);
+    EXPECT_EQ(writeFile(folder.path("a"), "new"), 0);
+    umask(mask);
+    EXPECT_EQ(modeBits(folder.path("a")), 0666U);
+}
+
+TEST(resolvedFile, fileOfOneLetterInTheCurrentFolder_isFound) {
+    const ScratchFolder folder;
+    const fs::path before = fs::current_path();
+    fs::current_path(folder.path());
+    const int result = writeFile("x", "new");
+    fs::current_path(before);
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(ScratchFolder::read(folder.path("x")), "new");
+}
+
+TEST(resolvedFile, linkToANameOfOneLetter_isFollowed) {
+    const ScratchFolder folder;
+    folder.write("x", "old");
+    fs::create_symlink("x", folder.path("link"));
+    EXPECT_EQ(writeFile(folder.path("link"), "new"), 0);
+    EXPECT_TRUE(fs::is_symlink(folder.path("link")));
+    EXPECT_EQ(ScratchFolder::read(folder.path("x")), "new");
+}
+
+TEST(resolvedFile, chainOfFortyLinks_isFollowedToItsEnd) {
+    const ScratchFolder folder;
+    folder.write("0", "old");
+    for (int i = 1; i <= 40; ++i)
+        fs::create_symlink(std::to_string(i - 1), folder.path(std::to_string(i)));
+    EXPECT_EQ(writeFile(folder.path("40"), "new"), 0);
+    EXPECT_TRUE(fs::is_symlink(folder.path("1")));
+    EXPECT_EQ(ScratchFolder::read(folder.path("0")), "new");
+}
+
+// Descriptor 0 is as good as any other: a process may have closed its standard input.
+TEST(resolvedFile, withoutStandardInput_writesBesideAsUsual) {
+    const ScratchFolder folder;
+    folder.write("a", "old");
+    const int input = dup(0);
+    close(0);
+    FILE* const file = openForWriting(folder.path("a"));
+    const std::size_t open = entries(folder.path());
+    const int result = file == nullptr ? -2 : close_resolved_file(file);
+    if (input >= 0) {
+        dup2(input, 0);
+        close(input);
+    }
+    EXPECT_EQ(open, 2U);
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(entries(folder.path()), 1U);
+}
+
 } // namespace

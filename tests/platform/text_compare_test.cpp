@@ -66,4 +66,10 @@ TEST(textCompare, limitedComparison_treatsNullPointersAlike) {
     EXPECT_EQ(strncmp_ci("a", nullptr, 0), 1);
 }
 
+TEST(textCompare, limitOfOne_comparesTheFirstCharacter) {
+    EXPECT_NE(strncmp_ci("ax", "bx", 1), 0);
+    EXPECT_EQ(strncmp_ci("ax", "Ay", 1), 0);
+    EXPECT_EQ(strncmp_ci("ax", "bx", 0), 0);
+}
+
 } // namespace

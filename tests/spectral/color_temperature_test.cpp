@@ -382,4 +382,10 @@ TEST(colorTemperature, colourOnTheHottestLine_hasAFiniteTemperature) {
 }
 
 } // namespace
+
+// A red so deep that it lies beyond the last line.
+TEST(colorTemperature, colourBetweenNoTwoLines_hasNone) {
+    EXPECT_EQ(temperatureOf(1.0, 0.05, 0.0), 0.0);
+}
+
 } // namespace qxcms::tests

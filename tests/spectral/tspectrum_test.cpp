@@ -641,4 +641,16 @@ TEST(spectrum, inProduct_leavesTheStatusOfARefusedSpectrum) {
 }
 
 } // namespace
+
+// Whether a sampling is set shows in its first value alone.
+TEST(spectrum, product_looksAtTheFirstValueOfEachFactor) {
+    double values[TSpectrum::kStandardCount];
+    std::fill_n(values, TSpectrum::kStandardCount, 0.5);
+    const TSpectrum whole(values);
+    values[0] = -1.0;
+    const TSpectrum unset(values);
+    EXPECT_EQ(TSpectrum(&unset, &whole).GetStatus(), 3);
+    EXPECT_EQ(TSpectrum(&whole, &unset).GetStatus(), 3);
+}
+
 } // namespace qxcms::tests
