@@ -238,12 +238,16 @@ std::string fixedText(double value, int decimals) {
     return std::string(text, doubleToFixedText(value, decimals, text));
 }
 
+std::size_t doubleToGeneralText(double value, int digits, char* out) noexcept {
+    char* const end = std::to_chars(out, out + kGeneralTextSize, value, std::chars_format::general,
+                                    std::clamp(digits, 1, 17))
+                          .ptr;
+    return static_cast<std::size_t>(end - out);
+}
+
 std::string generalText(double value, int digits) {
-    char text[32]; // at most "-1.2345678901234567e-308"
-    char* const end =
-        std::to_chars(text, text + sizeof text, value, std::chars_format::general, std::clamp(digits, 1, 17))
-            .ptr;
-    return std::string(text, end);
+    char text[kGeneralTextSize];
+    return std::string(text, doubleToGeneralText(value, digits, text));
 }
 
 } // namespace qxcms::detail

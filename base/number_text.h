@@ -40,7 +40,29 @@ std::size_t doubleToFixedText(double value, int decimals, char* out) noexcept;
 /// `value` like "%.*f" with `decimals` (0 to 17) decimals.
 std::string fixedText(double value, int decimals);
 
+/// The longest text that doubleToGeneralText can give: "-1.2345678901234567e-308".
+inline constexpr std::size_t kGeneralTextSize = 24;
+
+/// Writes `value` like "%.*g" with `digits` (1 to 17) significant digits, without a terminator.
+/// @param out receives at most kGeneralTextSize characters.
+/// @return the number of characters written.
+std::size_t doubleToGeneralText(double value, int digits, char* out) noexcept;
+
 /// `value` like "%.*g" with `digits` (1 to 17) significant digits.
 std::string generalText(double value, int digits);
+
+/// The significant digits of doubleToShortText.
+inline constexpr int kShortDigits = 6;
+
+/// The same as doubleToGeneralText with kShortDigits digits, sooner for numbers of moderate size.
+/// @param out room for kGeneralTextSize characters, all of which may be touched.
+/// @return the number of characters that count.
+std::size_t doubleToShortText(double value, char* out) noexcept;
+
+/// Reads a number of the usual form: a sign or none, digits, a point or a comma or none, digits; no exponent,
+/// no white space, no more digits than a double holds exactly.
+/// @param value receives what parseDouble gives for the text with a point in place of the comma.
+/// @return the first character behind the number; null, with nothing read, for any other form.
+const char* parsePlainDecimal(const char* first, const char* last, double& value) noexcept;
 
 } // namespace qxcms::detail

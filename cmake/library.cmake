@@ -63,7 +63,7 @@ add_library(qxcms::platform ALIAS qxcms_platform)
 set(qxcmsPlatform qxcms_platform)
 
 # Number text, used by every floor.
-add_library(qxcms_base OBJECT base/number_text.cpp)
+add_library(qxcms_base OBJECT base/fast_number_text.cpp base/number_text.cpp)
 qxcms_library_properties(qxcms_base)
 target_include_directories(qxcms_base PUBLIC ${PROJECT_SOURCE_DIR})
 target_link_libraries(qxcms_base PRIVATE qxcms_library_flags)
