@@ -17,6 +17,7 @@
 #include "measurement/spectral_measurements.h"
 #include "measurement/tonemeasurement.h"
 #include "platform/default/host.h"
+#include "platform/file_name_encoding.h"
 #include "platform/logical_names.h"
 #include "platform/object_factory.h"
 #include "platform/utility.h"

@@ -31,6 +31,7 @@ if(NOT QXCMS_PLATFORM_TARGET)
     add_library(qxcms_platform_objects OBJECT
         platform/default/directory_search.cpp
         platform/default/file_access.cpp
+        platform/default/file_name_encoding.cpp
         platform/default/interpolation.cpp
         platform/default/logical_names.cpp
         platform/default/object_factory.cpp

@@ -1,10 +1,12 @@
 #include "tests/failing_platform/substitute_platform.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstring>
 #include <strings.h>
 
+#include "platform/file_name_encoding.h"
 #include "platform/logical_names.h"
 #include "platform/object_factory.h"
 #include "platform/utility.h"
@@ -74,6 +76,17 @@ int strncmp_ci(const char* a, const char* b, int n) {
     if (a == nullptr || b == nullptr)
         return (a != nullptr) - (b != nullptr);
     return n <= 0 ? 0 : signOf(strncasecmp(a, b, static_cast<std::size_t>(n)));
+}
+
+int UTF8ToLocalEncoding(const char* in, char* out, int size) {
+    const AllocationTruce truce;
+    std::string name = platform().emptiesNames ? "" : in;
+    if (platform().capitalisesNames)
+        std::transform(name.begin(), name.end(), name.begin(),
+                       [](unsigned char c) { return std::toupper(c); });
+    const bool refused = platform().refusesNames || name.size() >= static_cast<std::size_t>(size);
+    std::strcpy(out, refused ? "half" : name.c_str());
+    return refused ? -1 : 0;
 }
 
 lin_interp_double* lin_interp_double_new(int count) {
