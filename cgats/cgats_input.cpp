@@ -24,7 +24,6 @@ using qxcms::detail::LineResult;
 namespace {
 
 constexpr int kBadArgument = 2;
-constexpr std::size_t kBlockStartLength = 6; // "BEGIN_"
 
 struct FileCloser {
     void operator()(FILE* file) const { std::fclose(file); }
@@ -164,7 +163,7 @@ int TCgats::ReadNextTag(const char* position, char* keyword, char* value, char* 
 int TCgats::ReadCommentTag(const char* keyword, const char** position) {
     if (keyword == nullptr)
         return kBadArgument;
-    if (std::strlen(keyword) < kBlockStartLength)
+    if (std::strlen(keyword) < std::size_t{qxcms::detail::kBlockStartLength})
         return kBadCommentBlock;
     return runStep(*this, position, [&](CgatsReader& reader) { return reader.readCommentBlock(keyword); });
 }

@@ -51,7 +51,7 @@ const TCgatsTable* TCgats::usableTable(int table) const {
     if (SetErrorCode(0))
         return nullptr;
     const TCgatsTable* const found = GetTable(table);
-    const bool usable = found != nullptr && found->GetTableError() == 0 && found->GetHeader() != nullptr;
+    const bool usable = found != nullptr && found->GetTableError() == 0 && found->HasValuesOfAllColumns();
     return usable ? found : nullptr;
 }
 

@@ -14,13 +14,8 @@ namespace qxcms::detail {
 
 namespace {
 
-constexpr char kBlockStart[] = "BEGIN_";
-constexpr int kBlockStartLength = 6;
 constexpr char kEndOfFormat[] = "END_DATA_FORMAT";
 constexpr char kEndOfData[] = "END_DATA";
-
-// The error of a new table that found no memory.
-constexpr int kNoMemoryForTable = 10;
 
 // Spectra with a value above this in one of the first rows are in percent.
 constexpr double kLargestFraction = 10.0;
@@ -383,7 +378,7 @@ int CgatsReader::readSamples() {
     document.tmpHeader = nullptr;
 
     int code = 0;
-    if (table->GetTableError() == kNoMemoryForTable)
+    if (table->GetTableError() == kOtherTableError)
         code = kUnknownError;
     else if (table->GetTableError() != 0)
         code = refuse(TCgats::TableErrorToCgatsError(table->GetTableError()), lineStart, keywordEnd,
@@ -399,34 +394,80 @@ int CgatsReader::readSamples() {
     return code;
 }
 
+// As many rows as the rest of the text can hold: a value and its separator take two characters.
+int CgatsReader::mostRowsLeft(const TCgatsTableHeader& header) const {
+    const std::ptrdiff_t rows = (end - position) / (2 * std::ptrdiff_t{header.GetNrFields()}) + 1;
+    return static_cast<int>(std::min(rows, std::ptrdiff_t{header.GetNrSamples()}));
+}
+
 int CgatsReader::fillTable(TCgatsTable& table) {
     endDataAsValue = nullptr;
-    for (int row = 0; row < table.GetHeader()->GetNrSamples(); ++row) {
-        const int code = readRow(table, row);
+    const TCgatsTableHeader& header = *table.GetHeader();
+    const int rows = mostRowsLeft(header);
+    // Where the numbers of a column go; null for a column of texts.
+    std::vector<double*> numbers(static_cast<std::size_t>(header.GetNrFields()));
+    for (int column = 0; column < header.GetNrFields(); ++column) {
+        if (header.GetField(column)->GetDataType() != TCgatsField::kFloat)
+            continue;
+        auto& list = static_cast<TCgatsValueListDouble&>(*table.GetValues(column));
+        numbers[static_cast<std::size_t>(column)] = list.Reserve(rows);
+        if (numbers[static_cast<std::size_t>(column)] == nullptr)
+            return kUnknownError;
+    }
+    for (int row = 0; row < rows; ++row) {
+        const int code = readRow(table, numbers, row);
         if (code != 0)
             return code;
         if (row < kInspectedRows)
             inspectPercent(table, row);
     }
-    return 0;
+    if (rows == header.GetNrSamples())
+        return 0;
+    position = std::find_if_not(position, end, isSeparator);
+    return refuseMissingValue();
 }
 
-int CgatsReader::readRow(TCgatsTable& table, int row) {
-    const TCgatsTableHeader& header = *table.GetHeader();
-    Value value;
-    for (int column = 0; column < header.GetNrFields(); ++column) {
-        const bool isNumber = header.GetField(column)->GetDataType() == TCgatsField::kFloat;
-        const int code = readSampleValue(value, isNumber);
+int CgatsReader::readRow(TCgatsTable& table, const std::vector<double*>& numbers, int row) {
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        const int column = static_cast<int>(i);
+        const int code =
+            numbers[i] != nullptr ? readNumber(row, column, numbers[i][row]) : readText(table, column);
         if (code != 0)
             return code;
-        if (isNumber)
-            inspectNumber(row, column, value);
-        const int tableError = table.SetNextValue(column, value.text);
-        if (tableError != 0)
-            return TCgats::TableErrorToCgatsError(tableError);
     }
     const int tableError = table.EndRow();
     return tableError == 0 ? 0 : refuseHere(TCgats::TableErrorToCgatsError(tableError), "END_DATA");
+}
+
+int CgatsReader::readNumber(int row, int column, double& number) {
+    if (readPlainNumber(number))
+        return 0;
+    Value value;
+    const int code = readSampleValue(value, true);
+    if (code != 0)
+        return code;
+    inspectNumber(row, column, value);
+    number = textToDouble(value.text);
+    return 0;
+}
+
+int CgatsReader::readText(TCgatsTable& table, int column) {
+    Value value;
+    const int code = readSampleValue(value, false);
+    if (code != 0)
+        return code;
+    const int tableError = table.SetNextValue(column, value.text);
+    return tableError == 0 ? 0 : TCgats::TableErrorToCgatsError(tableError);
+}
+
+// The shorter way for what nearly all values are. False, with nothing read, for any other one.
+bool CgatsReader::readPlainNumber(double& number) {
+    const char* const first = std::find_if_not(position, end, isSeparator);
+    const char* const last = parsePlainDecimal(first, end, number);
+    if (last == nullptr || (last != end && !isSeparator(*last)))
+        return false;
+    position = last;
+    return true;
 }
 
 // Tells the sink of a text that stands for a number and is none.

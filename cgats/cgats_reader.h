@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <vector>
 
 #include "cgats/cgats_diagnostics.h"
 #include "cgats/tcgats.h"
@@ -82,8 +83,12 @@ private:
     int addField(const Token& token, bool declared);
 
     int fillTable(TCgatsTable& table);
-    int readRow(TCgatsTable& table, int row);
+    int mostRowsLeft(const TCgatsTableHeader& header) const;
+    int readRow(TCgatsTable& table, const std::vector<double*>& numbers, int row);
+    int readNumber(int row, int column, double& number);
+    int readText(TCgatsTable& table, int column);
     void inspectNumber(int row, int column, const Value& value) const;
+    bool readPlainNumber(double& number);
     int readSampleValue(Value& value, bool decimalComma);
     int refuseMissingValue() const;
     static void inspectPercent(TCgatsTable& table, int row);

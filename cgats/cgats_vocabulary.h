@@ -16,11 +16,26 @@ enum Keyword : int {
     kCreated = 2,
     kNumberOfFields = 3,
     kBeginDataFormat = 4,
+    kEndDataFormat = 5,
     kProcessColorId = 21,
     kSpotId = 22,
     kNumberOfSets = 23,
     kBeginData = 24,
-    kKeyword = 29
+    kEndData = 25,
+    kKeyword = 29,
+    kNumberOfStrips = 30,
+    kRowLength = 31,
+    kNumberOfStripsInRows = 32,
+    kNumberOfColumns = 33,
+    kBorderPatches = 34,
+    kDevice = 35,
+    kPatchHeight = 36,
+    kPatchWidth = 37,
+    kGapSizeX = 38,
+    kGapSizeY = 39,
+    kMirrorX = 40,
+    kInkSet = 41,
+    kLayoutType = 42
 };
 
 /// The standard fields that the library acts on; the value is the index into kFieldNames.
@@ -40,13 +55,38 @@ enum DocumentError : int {
     kUnknownError = 1,
     kEmptyFileName = 2,
     kFileNotFound = 3,
+    kNotWritable = 4,
     kBadCommentBlock = 5,
     kNoTmpHeader = 6,
     kNoEndOfFormat = 9,
     kBadField = 10,
     kUnknownField = 11,
-    kFieldCountMismatch = 12
+    kFieldCountMismatch = 12,
+    kColorCountNotSupported = 18,
+    kBadTagIndex = 21,
+    kEmptyTag = 22,
+    kBadTableIndex = 23
 };
+
+/// The error codes of a table.
+enum TableError : int {
+    kNoHeader = 1,
+    kNoFields = 2,
+    kFieldsMissing = 3,
+    kNoSamples = 4,
+    kSampleCountMismatch = 5,
+    kBadDataType = 6,
+    kNoSampleIdentifier = 8,
+    kTooFewCoordinates = 9,
+    kOtherTableError = 10,
+    kTableFull = 11,
+    kHeaderEmpty = 12,
+    kIllegalInkMap = 13
+};
+
+/// What the keyword that opens a comment block begins with.
+inline constexpr char kBlockStart[] = "BEGIN_";
+inline constexpr int kBlockStartLength = 6;
 
 extern const char* const kKeywords[kKeywordCount];
 extern const char* const kFieldNames[kFieldNameCount];

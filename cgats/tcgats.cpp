@@ -33,15 +33,6 @@ bool makeRoom(Entry*& array, std::int32_t count) {
     return true;
 }
 
-std::unique_ptr<TCgatsTag> newTag(int code, const char* keyword, int numeric, const char* value,
-                                  const char* comment) {
-    std::unique_ptr<TCgatsTag> tag(new (std::nothrow) TCgatsTag(code, keyword, numeric, value, comment));
-    const bool expectsTexts = keyword != nullptr && *keyword != '\0';
-    if (tag && expectsTexts && tag->GetKeyword() == nullptr)
-        tag.reset();
-    return tag;
-}
-
 } // namespace
 
 // What a document knows of its names beside their list, and of the fields of each table. The list of custom
@@ -54,6 +45,13 @@ struct TCgats::Names {
 
 TCgats::TCgats() {
     SetToZero();
+}
+
+TCgatsTag* TCgats::newTag(int code, const char* keyword, int numeric, const char* value,
+                          const char* comment) {
+    std::unique_ptr<TCgatsTag> tag(new (std::nothrow) TCgatsTag(code, keyword, numeric, value, comment));
+    const bool expectsTexts = keyword != nullptr && *keyword != '\0';
+    return tag && expectsTexts && tag->GetKeyword() == nullptr ? nullptr : tag.release();
 }
 
 int TCgats::SetToZero() {
@@ -146,7 +144,7 @@ int TCgats::InsertTag(int code, const char* keyword, int numeric, const char* va
     // (cgatsInsertTag.fullList_refusesReplacementToo).
     if (nrTags >= kMaxTags)
         return kRefused;
-    auto tag = newTag(code, keyword, numeric, value, comment);
+    std::unique_ptr<TCgatsTag> tag(newTag(code, keyword, numeric, value, comment));
     if (!tag)
         return kRefused;
     int target = position;
@@ -245,17 +243,28 @@ TCgatsTable* TCgats::GetTable(int index) const {
     return index >= 0 && index < nrTables ? tables[index] : nullptr;
 }
 
+// The names of a header's columns. @return false when there is no memory.
+bool TCgats::indexFields(const TCgatsTableHeader& header, qxcms::detail::NameIndex& index) {
+    const auto nameAt = [&header](std::int32_t i) { return header.GetField(i)->GetName(); };
+    if (!index.reserve(header.GetNrFields()))
+        return false;
+    for (int i = 0; i < header.GetNrFields(); ++i)
+        index.add(nameAt(i), nameAt);
+    return true;
+}
+
+void TCgats::takeFieldIndex(int table, qxcms::detail::NameIndex&& index) {
+    names()->fields[static_cast<std::size_t>(table)] = std::move(index);
+}
+
 int TCgats::addTable(std::unique_ptr<TCgatsTable> table) {
     Names* const known = makeNames();
     if (known == nullptr || !makeRoom(tables, nrTables))
         return qxcms::detail::kUnknownError;
-    const TCgatsTableHeader& header = *table->GetHeader();
-    const auto nameAt = [&header](std::int32_t i) { return header.GetField(i)->GetName(); };
     qxcms::detail::NameIndex fields;
-    if (!fields.reserve(header.GetNrFields()))
+    // A table that could not be built may have no header, or one without fields.
+    if (table->GetTableError() == 0 && !indexFields(*table->GetHeader(), fields))
         return qxcms::detail::kUnknownError;
-    for (int i = 0; i < header.GetNrFields(); ++i)
-        fields.add(nameAt(i), nameAt);
     return qxcms::detail::guarded(static_cast<int>(qxcms::detail::kUnknownError), [&] {
         known->fields.push_back(std::move(fields));
         tables[nrTables++] = table.release();
@@ -281,9 +290,9 @@ int TCgats::addCommentBlock(const char* text, std::size_t length) {
 }
 
 bool TCgats::appendTag(int code, const char* keyword, int numeric, const char* value, const char* comment) {
-    auto tag = newTag(code, keyword, numeric, value, comment);
-    if (!tag)
+    TCgatsTag* const tag = newTag(code, keyword, numeric, value, comment);
+    if (tag == nullptr)
         return false;
-    tags[nrTags++] = tag.release();
+    tags[nrTags++] = tag;
     return true;
 }

@@ -4,8 +4,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iosfwd>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "base/export.h"
 #include "cgats/cgats_diagnostics.h"
@@ -16,7 +18,9 @@
 
 namespace qxcms::detail {
 class CgatsReader;
-}
+class NameIndex;
+struct ChartArrays;
+} // namespace qxcms::detail
 
 /// One CGATS.17 exchange file in memory: header lines (tags) in file order, raw comment blocks, declared
 /// custom field names, and data tables.
@@ -40,6 +44,40 @@ public:
     explicit TCgats(const char* fileName);
     /// Reads a terminated text; a failure is recorded (1 for null). The second argument is ignored.
     TCgats(const char* text, int ignored);
+    /// @name Documents made from arrays
+    /// Arrays are only read: a row per sample, device values as long as the number of colorants, CIELAB and
+    /// XYZ of 3, spectra of a value per wavelength. Lab, xyz, spectra and names may be null. The header lines
+    /// are "CGATS.17", the chart layout or the names of the colorants, then those of BuildTable; the outcome
+    /// is the error state.
+    /// @param full, zero the device values at full strength and without colorant, stored as 100 and 0
+    /// percent.
+    /// @param wavelengths in nm, rounded to integers. @param layout1, layout2, layout3 row length, columns
+    /// and strips of AddLayoutInfo. @param process true when the colorant names are those of process colours,
+    /// false for spots.
+    /// @{
+    TCgats(double full, double zero, int sets, int colorants, const double* const* deviceValues,
+           const double* const* lab, const double* const* xyz, const double* const* spectra,
+           int nrWavelengths, const double* wavelengths, int layout1, int layout2, int layout3);
+    TCgats(double full, double zero, int sets, const char* const* sampleNames, int colorants,
+           const double* const* deviceValues, const double* const* lab, const double* const* xyz,
+           const double* const* spectra, int nrWavelengths, const double* wavelengths, int layout1,
+           int layout2, int layout3);
+    TCgats(double full, double zero, int sets, int colorants, const char* const* colorantNames,
+           const double* const* deviceValues, const double* const* lab, const double* const* xyz,
+           const double* const* spectra, int nrWavelengths, const double* wavelengths, bool process);
+    TCgats(double full, double zero, int sets, const char* const* sampleNames, int colorants,
+           const char* const* colorantNames, const double* const* deviceValues, const double* const* lab,
+           const double* const* xyz, const double* const* spectra, int nrWavelengths,
+           const double* wavelengths, bool process);
+    /// @}
+    /// @name Copies (see Init)
+    /// @{
+    explicit TCgats(const TCgats* source);
+    /// With chosen samples of the first table.
+    TCgats(const TCgats* source, int* samples, int count);
+    /// With chosen colour channels.
+    TCgats(const TCgats* source, int* channels, int count, double value);
+    /// @}
     TCgats(const TCgats&) = delete;
     TCgats& operator=(const TCgats&) = delete;
     ~TCgats();
@@ -134,6 +172,130 @@ public:
     /// @return the field id, or -1 for an unknown name or a null argument. An alias of the sample name is
     /// declared as a custom field on the way.
     int MatchField(const char* name, int* kind, int* number, int* dataType, std::string* canonicalName);
+    /// @}
+
+    /// @name Writing
+    /// Header lines in their order; "BEGIN_DATA_FORMAT" pulls in the field names of the next table,
+    /// "BEGIN_DATA" its samples, any other "BEGIN_" the next comment block. Numbers have 6 significant
+    /// digits, whatever locale, flags or width the stream has; every data line ends with a TAB. Codes: 21 for
+    /// no such tag, 22 for a tag without a keyword, 23 for no such table, the code of a table's error, 4 when
+    /// the stream does not take the text.
+    /// @{
+
+    /// Writes a file in place of one that may be there, which stays as it was when the new one cannot be
+    /// written (4, not recorded). A document code on the way is recorded and what was written so far is put
+    /// in place.
+    /// @param fileName in UTF-8. @return 0 or the code; 2 for a null or empty name, the recorded code of a
+    /// document in error, for which nothing is written.
+    int SaveAs(const char* fileName) const;
+    /// @return 0 or the code, which is not recorded.
+    int WriteToStream(std::ostream& stream) const;
+    /// Writes into an array. @param text receives what was written, terminated, also on failure; the caller
+    /// frees it with delete[]. It is left untouched for a document in error. @return 0 or the code, which is
+    /// recorded (1 when there is no memory); 2 for null.
+    int WriteToBuffer(char** text) const;
+    /// One header line.
+    int WriteTag(int index, std::ostream& stream) const;
+    /// The line of field names of a table.
+    int WriteHeader(int table, std::ostream& stream) const;
+    /// The samples of a table.
+    int WriteTable(int table, std::ostream& stream) const;
+    /// @}
+
+    /// @name Building
+    /// @{
+
+    /// Adds header lines ("KEYWORD" "SampleID", the counts, the sections), a data format and a table of
+    /// samples. Fields: SampleID, the colorants, LAB_L LAB_A LAB_B, XYZ_X XYZ_Y XYZ_Z, a "nm%d" per
+    /// wavelength. Header lines beyond the 128th are left out. The outcome is the error state: 18 for a
+    /// number of colorants without field names, the code of a table that could not be built (it stays
+    /// counted), 1 for a missing row or no memory.
+    void BuildTable(double full, double zero, int sets, const char* const* sampleNames, int colorants,
+                    bool spot, const double* const* deviceValues, const double* const* lab,
+                    const double* const* xyz, const double* const* spectra, int nrWavelengths,
+                    const double* wavelengths, bool custom);
+    /// Puts a tag at the end. @return 0, or 1 when the list is full or there is no memory.
+    int AddTag(int code, const char* keyword, int numeric, const char* value, const char* comment);
+    /// The fields of so many colorants: "SPOT_1" ...; with `custom` "PC6_1" ...; for 3 and 4 those of CMYK;
+    /// from 5 on "6CLR_1" ....
+    /// @return an array of fields, array and fields owned by the caller; null for 0, for 1 and 2 without a
+    /// flag, or when there is no memory.
+    static TCgatsField** CreateProcessFieldDescriptions(int colorants, bool spot, bool custom);
+    /// Adds CIELAB columns to a table, or overwrites those it has. "NUMBER_OF_FIELDS" stays as it is and
+    /// wants ChangeTagValue(3, ...) with GetNrFields(table) when columns were added.
+    /// @param lab L*, a*, b* per sample. @return 0; the code of a document or table in error; 1 for a bad
+    /// table, a null row or no memory.
+    int AddLab(int table, const double* const* lab);
+    /// Adds a column "InkBook", declared by a "KEYWORD" line at the end of the header, or overwrites the one
+    /// there is. "NUMBER_OF_FIELDS" as for AddLab.
+    /// @param names one per sample. @return as AddLab; 1 also when there are too few names, or no place for
+    /// the line (the column stays).
+    int AddInkBookNames(int table, const std::vector<std::string>& names);
+    /// Replaces the value of the first tag with that code. @return 0, or 1 when there is none.
+    int ChangeTagValue(int code, const char* text);
+    /// @}
+
+    /// @name Copying
+    /// @{
+
+    /// Makes this empty document a copy of `source`: tags, comment blocks, declared names, tables. The error
+    /// of a source in error is taken over and nothing else; 1 when there is no memory.
+    /// @param samples rows of the first table (from 0), in this order; null for all. A row that is not there
+    /// gives a table in error (10). "NUMBER_OF_SETS" becomes their number.
+    /// @param channels process colours of each table (from 0) that take the place of its process colours, in
+    /// this order; null for all. An entry that the source lacks is filled with `value`; where that is 0, for
+    /// one or two channels and for a table without process colours the table is in error (13).
+    /// "NUMBER_OF_FIELDS" is adjusted.
+    void Init(const TCgats* source, const int* samples, int sampleCount, const int* channels,
+              int channelCount, double value);
+    /// Copies tags and comment blocks into arrays of kMaxTags and kMaxCommentBlocks slots, for the caller to
+    /// own.
+    /// @param channelCount from 1 on, "NUMBER_OF_FIELDS" declares so many process colours.
+    /// @return 0, or 1 for null or no memory; the counts tell what was copied.
+    int CopyTagList(std::int32_t* count, TCgatsTag** copies, std::int32_t* commentCount, char** comments,
+                    int channelCount) const;
+    /// Hands out the two counts of colorant names and copies of the declared names; array and names are the
+    /// caller's, to be freed with delete[]. @return 0, or 1 for null or no memory.
+    int CopyColorAndFieldInfo(std::int32_t* processColorIdTags, std::int32_t* spotIdTags,
+                              std::int32_t* nameCount, char*** names) const;
+    /// Makes copies of the tables as Init does; array (delete[]) and tables are the caller's.
+    /// @return 0, or 1 for null or no memory.
+    int CopyTables(std::int32_t* count, TCgatsTable*** copies, const int* samples, int sampleCount,
+                   const int* channels, int channelCount, double value) const;
+    /// @}
+
+    /// @name Chart layout
+    /// @{
+
+    /// Writes layout keywords, each in place of the one that is there. Left out are: row length 0; columns
+    /// and strips below 2; patch sizes and border patches of 0 or less; negative gaps, device and ink set;
+    /// mirroring below 1. The vertical gap comes before the horizontal one. What finds no place in a full
+    /// list is left out.
+    /// @return 0, or the code of a document in error, to which nothing is written.
+    int AddLayoutInfo(int rowLength, int columns, int strips, bool vandLayout, double patchHeight,
+                      double patchWidth, double gapY, double gapX, int borderPatches, int device, int inkSet,
+                      int mirrorX);
+    /// 1 when absent.
+    int GetRowLength() const;
+    /// The same as GetRowLength.
+    int GetNrOfRows() const;
+    /// 1 when absent.
+    int GetNrOfCols() const;
+    /// 1 when absent.
+    int GetNrOfPages() const;
+    bool IsVandLayout() const;
+    /// 0.0 when absent.
+    double GetPatchHeight() const;
+    /// 0.0 when absent.
+    double GetPatchWidth() const;
+    /// -1.0 when absent.
+    double GetGapSizeX() const;
+    /// -1.0 when absent.
+    double GetGapSizeY() const;
+    /// -1 when absent.
+    int GetInkSetNumber() const;
+    /// -1 when absent.
+    int GetIsMirroredX() const;
     /// @}
 
     /// @name Counts and kinds of a table (-1 or false for a bad table or a document in error)
@@ -249,7 +411,29 @@ private:
     int findCustomField(const char* name) const;
     int columnOfName(int table, const char* name) const;
     int addTable(std::unique_ptr<TCgatsTable> table);
+    static bool indexFields(const TCgatsTableHeader& header, qxcms::detail::NameIndex& index);
+    void takeFieldIndex(int table, qxcms::detail::NameIndex&& index);
+    bool appendKeyword(int code, int numeric, const char* value);
+    template <class AddLines>
+    bool startDocument(AddLines&& addLines);
+    void addTableTags(int fields, int sets);
+    void addColorantTags(int colorants, const char* const* colorantNames, bool process);
+    int buildTable(const qxcms::detail::ChartArrays& chart, int nrWavelengths, const double* wavelengths,
+                   bool spot, bool custom);
+    int refusalOfChange(int table) const;
+    int widenTable(int table, std::vector<std::unique_ptr<TCgatsField>> fields,
+                   std::vector<std::unique_ptr<TCgatsValueList>> columns);
+    std::string fieldCountText(const TCgatsTag& tag, int channelCount) const;
+    bool copyNames(const TCgats& source);
+    int takeTables(const TCgats& source, const int* samples, int sampleCount, const int* channels,
+                   int channelCount, double value);
+    void putLayoutTag(int code, int numeric, const char* value);
+    int layoutInteger(int code, int absent) const;
+    double layoutReal(int code, double absent) const;
     int addCommentBlock(const char* text, std::size_t length);
+    /// Null when there is no memory.
+    static TCgatsTag* newTag(int code, const char* keyword, int numeric, const char* value,
+                             const char* comment);
     /// Puts a tag at the end of a list that is not full. @return false when there is no memory.
     bool appendTag(int code, const char* keyword, int numeric, const char* value, const char* comment);
 

@@ -1,5 +1,8 @@
 #include "cgats/tcgatsfield.h"
 
+#include <new>
+#include <utility>
+
 #include "base/owned_text.h"
 
 TCgatsField::TCgatsField(int newDataType, const char* newName, int newNumber, int newKind, int newFieldId)
@@ -11,3 +14,9 @@ TCgatsField::TCgatsField(int newDataType, const char* newName, int newNumber, in
 }
 
 TCgatsField::~TCgatsField() = default;
+
+std::unique_ptr<TCgatsField> TCgatsField::Copy() const {
+    std::unique_ptr<TCgatsField> copy(new (std::nothrow)
+                                          TCgatsField(dataType, name.get(), number, kind, fieldId));
+    return copy && copy->bad == bad ? std::move(copy) : nullptr;
+}

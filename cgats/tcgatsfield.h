@@ -35,6 +35,9 @@ public:
     TCgatsField& operator=(const TCgatsField&) = delete;
     ~TCgatsField();
 
+    /// The same description; null when there is no memory.
+    std::unique_ptr<TCgatsField> Copy() const;
+
     std::int32_t GetDataType() const { return dataType; }
     /// Owned by the field; null when absent.
     const char* GetName() const { return name.get(); }

@@ -1,21 +1,17 @@
 #include "cgats/tcgatstable.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
+#include <new>
 #include <utility>
 
 #include "base/guarded.h"
+#include "cgats/cgats_vocabulary.h"
+
+using namespace qxcms::detail;
 
 namespace {
-
-enum TableError : int {
-    kNoHeader = 1,
-    kNoFields = 2,
-    kFieldsMissing = 3,
-    kNoSamples = 4,
-    kBadDataType = 6,
-    kOther = 10,
-    kTableFull = 11
-};
 
 std::unique_ptr<TCgatsValueList> newValueList(int dataType, int count) {
     switch (dataType) {
@@ -34,7 +30,7 @@ std::unique_ptr<TCgatsValueList> newValueList(int dataType, int count) {
 
 TCgatsTable::TCgatsTable(TCgatsTableHeader* newHeader)
     : header(newHeader), nrRowsStored(0), tableError(0), spectralPercent(0) {
-    tableError = qxcms::detail::guarded(static_cast<int>(kOther), [this] { return build(); });
+    tableError = guarded(static_cast<int>(kOtherTableError), [this] { return build(); });
 }
 
 TCgatsTable::~TCgatsTable() = default;
@@ -70,7 +66,7 @@ int TCgatsTable::SetNextValue(int column, const char* text) {
         return kTableFull;
     TCgatsValueList* const list = GetValues(column);
     if (list == nullptr || list->SetValue(nrRowsStored, text) == TCgatsValueList::kNotStored)
-        return kOther;
+        return kOtherTableError;
     return 0;
 }
 
@@ -83,7 +79,7 @@ int TCgatsTable::EndRow() {
 
 int TCgatsTable::AddRow(const char* const* texts) {
     if (texts == nullptr)
-        return kOther;
+        return kOtherTableError;
     for (int column = 0; column < static_cast<int>(values.size()); ++column) {
         const int error = SetNextValue(column, texts[column]);
         if (error != 0)
@@ -92,8 +88,33 @@ int TCgatsTable::AddRow(const char* const* texts) {
     return EndRow();
 }
 
+bool TCgatsTable::HasValuesOfAllColumns() const {
+    return header && header->GetNrFields() == static_cast<int>(values.size());
+}
+
 TCgatsValueList* TCgatsTable::GetValues(int column) const {
     if (column < 0 || column >= static_cast<int>(values.size()))
         return nullptr;
     return values[static_cast<std::size_t>(column)].get();
+}
+
+int TCgatsTable::Widen(std::unique_ptr<TCgatsTableHeader> wider,
+                       std::vector<std::unique_ptr<TCgatsValueList>> added) {
+    const std::size_t columns = values.size() + added.size();
+    if (!wider || !wider->IsClassified() || static_cast<std::size_t>(wider->GetNrFields()) != columns ||
+        std::find(added.begin(), added.end(), nullptr) != added.end())
+        return kOtherTableError;
+    return guarded(static_cast<int>(kOtherTableError), [&] {
+        values.reserve(columns);
+        std::move(added.begin(), added.end(), std::back_inserter(values));
+        header = std::move(wider);
+        return 0;
+    });
+}
+
+std::unique_ptr<TCgatsTable> TCgatsTable::NotBuilt(int tableError) {
+    std::unique_ptr<TCgatsTable> table(new (std::nothrow) TCgatsTable(nullptr));
+    if (table)
+        table->tableError = tableError;
+    return table;
 }

@@ -18,6 +18,8 @@
 /// illegal ink map. A table whose error is not 0 could not be built and is to be discarded.
 class QXCMS_API TCgatsTable {
 public:
+    /// A table that could not be built, for the reason given; null when there is no memory.
+    static std::unique_ptr<TCgatsTable> NotBuilt(int tableError);
     /// Builds a table on `newHeader` and takes ownership of it.
     explicit TCgatsTable(TCgatsTableHeader* newHeader);
     TCgatsTable(const TCgatsTable&) = delete;
@@ -34,10 +36,16 @@ public:
 
     /// Owned by the table; null when there is none.
     const TCgatsTableHeader* GetHeader() const { return header.get(); }
+    /// Puts `wider`, a classified header of the same columns and further ones behind them, in place of the
+    /// header, and `added`, the values of these. Takes ownership.
+    /// @return 0, or 10 (nothing changed) when the counts do not fit or there is no memory.
+    int Widen(std::unique_ptr<TCgatsTableHeader> wider, std::vector<std::unique_ptr<TCgatsValueList>> added);
     /// Hands the header over to the caller; the table is then fit for nothing but deletion.
     TCgatsTableHeader* ReleaseHeader() { return header.release(); }
     /// The values of a column, owned by the table; null for a bad index.
     TCgatsValueList* GetValues(int column) const;
+    /// False without a header, and when columns were added to the header behind the table's back.
+    bool HasValuesOfAllColumns() const;
     std::int32_t GetNrRowsStored() const { return nrRowsStored; }
     std::int32_t GetTableError() const { return tableError; }
     /// True when the spectra are in percent rather than fractions.

@@ -105,6 +105,17 @@ int TCgatsTableHeader::FillNextSlot(TCgatsField* field) {
     return adopt(std::move(owned));
 }
 
+std::unique_ptr<TCgatsTableHeader> TCgatsTableHeader::Copy() const {
+    return guarded(std::unique_ptr<TCgatsTableHeader>(), [this] {
+        auto copy = std::make_unique<TCgatsTableHeader>();
+        copy->nrSamples = nrSamples;
+        copy->nrDeclaredSlots = nrDeclaredSlots;
+        const bool whole = std::all_of(fields.begin(), fields.end(),
+                                       [&](const auto& field) { return copy->adopt(field->Copy()) == 0; });
+        return whole ? std::move(copy) : nullptr;
+    });
+}
+
 int TCgatsTableHeader::adopt(std::unique_ptr<TCgatsField> field) {
     if (!field || field->GetBad() != 0)
         return kRefused;

@@ -35,6 +35,9 @@ public:
     /// when there is no memory.
     int Classify();
 
+    /// The same columns and number of samples, not classified; null when there is no memory.
+    std::unique_ptr<TCgatsTableHeader> Copy() const;
+
     void SetNrSamples(int samples) { nrSamples = samples; }
 
     std::int32_t GetNrSamples() const { return nrSamples; }

@@ -1,35 +1,14 @@
 #include "cgats/tcgatstag.h"
 
-#include <ostream>
 #include <utility>
 
-#include "base/guarded.h"
 #include "base/owned_text.h"
+#include "cgats/text_block.h"
 
 namespace {
 
 constexpr int kNoKeyword = 1;
 constexpr int kBadArgument = 2;
-
-// A caller's stream keeps its exceptions to itself while the library writes to it.
-class QuietStream {
-public:
-    explicit QuietStream(std::ostream& quieted) : stream(quieted), mask(quieted.exceptions()) {
-        stream.exceptions(std::ios::goodbit);
-    }
-    ~QuietStream() {
-        qxcms::detail::guarded(0, [this] {
-            stream.exceptions(mask);
-            return 0;
-        });
-    }
-    QuietStream(const QuietStream&) = delete;
-    QuietStream& operator=(const QuietStream&) = delete;
-
-private:
-    std::ostream& stream;
-    std::ios::iostate mask;
-};
 
 bool isEmpty(const char* text) {
     return text == nullptr || *text == '\0';
@@ -66,19 +45,29 @@ int TCgatsTag::SetValue(const char* newValue, int newNumeric) {
     return 0;
 }
 
-int TCgatsTag::Write(std::ostream& stream) const {
-    if (!keyword)
+int qxcms::detail::writeTagLine(const TCgatsTag& tag, TextBlock& text) {
+    if (tag.GetKeyword() == nullptr)
         return kNoKeyword;
-    const QuietStream quiet(stream);
-    return qxcms::detail::guarded(0, [&] {
-        stream << keyword.get();
-        if (!isEmpty(value.get())) {
-            const char* const quote = numeric != 0 ? "" : "\"";
-            stream << '\t' << quote << value.get() << quote;
-        }
-        if (!isEmpty(comment.get()))
-            stream << "\t# " << comment.get();
-        stream << '\n';
-        return 0;
-    });
+    text.put(tag.GetKeyword());
+    if (!isEmpty(tag.GetValue())) {
+        const char* const quote = tag.GetNumeric() != 0 ? "" : "\"";
+        text.put('\t');
+        text.put(quote);
+        text.put(tag.GetValue());
+        text.put(quote);
+    }
+    if (!isEmpty(tag.GetComment())) {
+        text.put("\t# ");
+        text.put(tag.GetComment());
+    }
+    text.put('\n');
+    return 0;
+}
+
+int TCgatsTag::Write(std::ostream& stream) const {
+    const qxcms::detail::QuietStream quiet(stream);
+    qxcms::detail::TextBlock text(stream);
+    const int result = qxcms::detail::writeTagLine(*this, text);
+    text.flush();
+    return result;
 }

@@ -61,11 +61,20 @@ TCgatsValueListDouble::TCgatsValueListDouble(int newCount) : TCgatsValueList(new
 
 TCgatsValueListDouble::~TCgatsValueListDouble() = default;
 
+double* TCgatsValueListDouble::Reserve(int number) {
+    const int wanted = std::clamp(number, std::min(1, GetNumber()), std::max(GetNumber(), 0));
+    return enlarge(entries, capacity, wanted) ? entries.get() : nullptr;
+}
+
+bool TCgatsValueListDouble::SetNumber(int index, double number) {
+    if (!holds(index) || !enlarge(entries, capacity, grownCapacity(index, capacity)))
+        return false;
+    entries[static_cast<std::size_t>(index)] = number;
+    return true;
+}
+
 std::intptr_t TCgatsValueListDouble::SetValue(int index, const char* text) {
-    if (text == nullptr || !holds(index) || !enlarge(entries, capacity, grownCapacity(index, capacity)))
-        return kNotStored;
-    entries[static_cast<std::size_t>(index)] = qxcms::detail::textToDouble(text);
-    return index;
+    return text != nullptr && SetNumber(index, qxcms::detail::textToDouble(text)) ? index : kNotStored;
 }
 
 std::int32_t TCgatsValueListDouble::GetInt(int index) const {
@@ -86,12 +95,16 @@ TCgatsValueListInt::TCgatsValueListInt(int newCount) : TCgatsValueList(newCount)
 
 TCgatsValueListInt::~TCgatsValueListInt() = default;
 
-std::intptr_t TCgatsValueListInt::SetValue(int index, const char* text) {
-    if (text == nullptr || !holds(index) || !enlarge(entries, capacity, grownCapacity(index, capacity)))
-        return kNotStored;
-    const int number = qxcms::detail::textToInt(text);
+bool TCgatsValueListInt::SetNumber(int index, int number) {
+    if (!holds(index) || !enlarge(entries, capacity, grownCapacity(index, capacity)))
+        return false;
     entries[static_cast<std::size_t>(index)] = number;
-    return number;
+    return true;
+}
+
+std::intptr_t TCgatsValueListInt::SetValue(int index, const char* text) {
+    const int number = qxcms::detail::textToInt(text);
+    return text != nullptr && SetNumber(index, number) ? number : kNotStored;
 }
 
 std::int32_t TCgatsValueListInt::GetInt(int index) const {

@@ -56,6 +56,14 @@ public:
     explicit TCgatsValueListDouble(int count);
     ~TCgatsValueListDouble() override;
 
+    /// Makes room for so many entries at once, at most the count.
+    /// @return the entries, valid until the list grows further; null when there is no memory.
+    double* Reserve(int number);
+    /// The first `number` entries; null when some of them were never set.
+    const double* GetNumbers(int number) const { return number <= capacity ? entries.get() : nullptr; }
+    /// @return false for a bad index or no memory.
+    bool SetNumber(int index, double number);
+
     std::intptr_t SetValue(int index, const char* text) override;
     std::int32_t GetInt(int index) const override;
     double GetDouble(int index) const override;
@@ -73,6 +81,9 @@ class QXCMS_API TCgatsValueListInt : public TCgatsValueList {
 public:
     explicit TCgatsValueListInt(int count);
     ~TCgatsValueListInt() override;
+
+    /// @return false for a bad index or no memory.
+    bool SetNumber(int index, int number);
 
     std::intptr_t SetValue(int index, const char* text) override;
     std::int32_t GetInt(int index) const override;

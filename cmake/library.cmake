@@ -91,12 +91,18 @@ add_library(qxcms_objects OBJECT
     measurement/colorimetric_measurements.cpp
     measurement/spectral_measurements.cpp
     measurement/tonemeasurement.cpp
+    cgats/cgats_builder.cpp
+    cgats/cgats_copy.cpp
     cgats/cgats_diagnostics.cpp
     cgats/cgats_input.cpp
     cgats/cgats_measurement.cpp
+    cgats/cgats_output.cpp
     cgats/cgats_queries.cpp
     cgats/cgats_reader.cpp
     cgats/cgats_vocabulary.cpp
+    cgats/cgats_writer.cpp
+    cgats/chart_layout.cpp
+    cgats/chart_rows.cpp
     cgats/field_classification.cpp
     cgats/name_index.cpp
     cgats/tcgats.cpp
