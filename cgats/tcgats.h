@@ -227,7 +227,8 @@ public:
     /// table, a null row or no memory.
     int AddLab(int table, const double* const* lab);
     /// Adds a column "InkBook", declared by a "KEYWORD" line at the end of the header, or overwrites the one
-    /// there is. "NUMBER_OF_FIELDS" as for AddLab.
+    /// there is. "NUMBER_OF_FIELDS" as for AddLab. That line stands behind the data, too late for a reader
+    /// (11): InsertTag(29, "KEYWORD", 0, "InkBook", "", -1, false) puts one where it is found.
     /// @param names one per sample. @return as AddLab; 1 also when there are too few names, or no place for
     /// the line (the column stays).
     int AddInkBookNames(int table, const std::vector<std::string>& names);

@@ -280,6 +280,17 @@ TEST(inkBookNames, newColumn_isDeclaredAtTheEndOfTheHeader) {
     EXPECT_STREQ(name, "third");
 }
 
+TEST(inkBookNames, declarationInFrontOfTheTable_letsTheFileBeReadAgain) {
+    TCgats document(255.0, 0.0, 2, 4, kRows, nullptr, nullptr, nullptr, 0, nullptr, 0, 0, 0);
+    ASSERT_EQ(document.AddInkBookNames(0, {"a", "b"}), 0);
+    ASSERT_EQ(document.ChangeTagValue(3, "6"), 0);
+    EXPECT_EQ(TCgats(textOf(document).c_str(), 0).GetErrorCode(), 11);
+    ASSERT_EQ(document.InsertTag(29, "KEYWORD", 0, "InkBook", "", -1, false), 0);
+    const TCgats again(textOf(document).c_str(), 0);
+    EXPECT_EQ(again.GetErrorCode(), 0);
+    EXPECT_TRUE(again.ContainsInkBookNames(0));
+}
+
 TEST(inkBookNames, fullHeader_keepsTheColumn) {
     TCgats document(255.0, 0.0, 2, 4, kRows, nullptr, nullptr, nullptr, 0, nullptr, 0, 0, 0);
     while (document.AddTag(-1, "X", 0, "", "") == 0) {
