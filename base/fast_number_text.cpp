@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <string_view>
 
 #include "base/number_text.h"
@@ -13,13 +14,12 @@ namespace qxcms::detail {
 
 namespace {
 
-/// Powers of ten that a double holds exactly.
-constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                                   1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-constexpr std::ptrdiff_t kLargestPower = 22;
+/// Powers of ten, all of which a double holds exactly.
+constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
+                                   1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
 
 /// So many digits do not overflow 64 bits.
-constexpr std::ptrdiff_t kMostDigits = 19;
+constexpr std::ptrdiff_t kMostDigits = std::ssize(kPowersOfTen) - 1;
 /// Every integer up to this one is a double.
 constexpr std::uint64_t kLargestExactInteger = std::uint64_t{1} << 53;
 
@@ -143,7 +143,6 @@ const char* parsePlainDecimal(const char* first, const char* last, double& value
     }
     if (count < 1 || count > kMostDigits || number > kLargestExactInteger)
         return nullptr;
-    static_assert(kMostDigits <= kLargestPower);
     const double magnitude = static_cast<double>(number) / kPowersOfTen[decimals];
     value = negative ? -magnitude : magnitude;
     return at;
@@ -159,7 +158,7 @@ std::size_t doubleToShortText(double value, char* out) noexcept {
         return static_cast<std::size_t>(at - out);
     }
     // Not-a-numbers and infinities leave here too.
-    if (!(magnitude >= kSmallestFixed && magnitude < kSevenDigits - 1.0))
+    if (!(magnitude >= kSmallestFixed && magnitude < kSevenDigits))
         return doubleToGeneralText(value, kShortDigits, out);
     const int exponent = decimalExponent(magnitude);
     const double scaled = magnitude * kPowersOfTen[kShortDigits - 1 - exponent];
@@ -168,9 +167,8 @@ std::size_t doubleToShortText(double value, char* out) noexcept {
     if (std::fabs(fraction - 0.5) < kTooNear)
         return doubleToGeneralText(value, kShortDigits, out);
     const unsigned number = below + (fraction > 0.5 ? 1 : 0);
-    // Nines that round up to the next power of ten are left to the plain conversion, and what scaling made
-    // too small.
-    if (number < 100000 || number > 999999)
+    // Nines that round up to the next power of ten are left to the plain conversion.
+    if (number > 999999)
         return doubleToGeneralText(value, kShortDigits, out);
     return static_cast<std::size_t>(writeDigits(number, exponent, at) - out);
 }

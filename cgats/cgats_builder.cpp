@@ -119,7 +119,7 @@ bool TCgats::appendKeyword(int code, int numeric, const char* value) {
     return true;
 }
 
-void TCgats::addTableTags(int fields, int sets) {
+void TCgats::addTableTags(std::int64_t fields, int sets) {
     appendKeyword(kKeyword, kQuoted, kSampleIdField);
     appendKeyword(kNumberOfFields, kBare, std::to_string(fields).c_str());
     appendKeyword(kBeginDataFormat, kQuoted, "");
@@ -174,8 +174,9 @@ void TCgats::BuildTable(double full, double zero, int sets, const char* const* s
 // @return a document code.
 int TCgats::buildTable(const ChartArrays& chart, int nrWavelengths, const double* wavelengths, bool spot,
                        bool custom) {
-    const int fields = 1 + chart.colorants + (chart.lab != nullptr ? kTristimulusValues : 0) +
-                       (chart.xyz != nullptr ? kTristimulusValues : 0) + nrWavelengths;
+    const std::int64_t fields = std::int64_t{1} + chart.colorants +
+                                (chart.lab != nullptr ? kTristimulusValues : 0) +
+                                (chart.xyz != nullptr ? kTristimulusValues : 0) + nrWavelengths;
     addTableTags(fields, chart.sets);
     if (AddCustomField(kSampleIdField) != 0)
         return kUnknownError;
@@ -284,9 +285,17 @@ int TCgats::AddLab(int table, const double* const* lab) {
     const TCgatsTable& changed = *tables[table];
     const TCgatsTableHeader& header = *changed.GetHeader();
     const int samples = header.GetNrSamples();
-    if (lab == nullptr || std::find(lab, lab + samples, nullptr) != lab + samples)
+    const std::int32_t* const columns = header.GetLabColumns();
+    if (samples < 1 && columns != nullptr)
+        return 0;
+    if (samples < 1 || lab == nullptr || std::find(lab, lab + samples, nullptr) != lab + samples)
         return kRefused;
-    if (const std::int32_t* const columns = header.GetLabColumns()) {
+    if (columns != nullptr) {
+        const auto isReal = [&](int column) {
+            return header.GetField(column)->GetDataType() == TCgatsField::kFloat;
+        };
+        if (!std::all_of(columns, columns + kTristimulusValues, isReal))
+            return kRefused;
         for (int k = 0; k < kTristimulusValues; ++k) {
             auto& list = static_cast<TCgatsValueListDouble&>(*changed.GetValues(columns[k]));
             for (int i = 0; i < samples; ++i)

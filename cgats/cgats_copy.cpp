@@ -79,6 +79,15 @@ bool findChannels(const TCgatsTableHeader& source, const int* channels, int coun
     return true;
 }
 
+// Also a process colour that another column of its number hides.
+bool isColor(const TCgatsTableHeader& source, int column) {
+    const std::int32_t* const first = source.GetColorColumns();
+    const std::int32_t* const last = first + source.GetNrColors();
+    return std::find(first, last, column) != last ||
+           (source.GetColorKind() == TCgatsTableHeader::kCustomColors &&
+            source.GetField(column)->GetKind() == TCgatsField::kProcessColor);
+}
+
 // The channels stand where the first colour of the source stood. @return false when there are no such
 // channels.
 bool planChannels(const TCgatsTableHeader& source, const int* channels, int count, bool filled, Plan& plan) {
@@ -88,11 +97,9 @@ bool planChannels(const TCgatsTableHeader& source, const int* channels, int coun
     if (!findChannels(source, channels, count, filled, columns))
         return false;
     Fields fields = channelFields(count);
-    const std::int32_t* const first = source.GetColorColumns();
-    const std::int32_t* const last = first + source.GetNrColors();
     bool placed = false;
     for (int column = 0; column < source.GetNrFields(); ++column) {
-        if (std::find(first, last, column) == last) {
+        if (!isColor(source, column)) {
             append(plan, source.GetField(column)->Copy(), column);
             continue;
         }
@@ -139,7 +146,8 @@ struct Selection {
 bool chooseRows(const TCgatsTable& source, const Selection& selection, std::vector<int>& rows) {
     const int stored = source.GetNrRowsStored();
     if (selection.samples == nullptr) {
-        rows.resize(static_cast<std::size_t>(stored));
+        const int declared = std::max(source.GetHeader()->GetNrSamples(), 0);
+        rows.resize(static_cast<std::size_t>(std::min(stored, declared)));
         std::iota(rows.begin(), rows.end(), 0);
         return true;
     }
@@ -147,24 +155,35 @@ bool chooseRows(const TCgatsTable& source, const Selection& selection, std::vect
     return std::all_of(rows.begin(), rows.end(), [=](int row) { return row >= 0 && row < stored; });
 }
 
+// A table that could not be copied keeps the flag of its source. Null when there is no memory.
+Table notBuilt(const TCgatsTable& source, int error) {
+    Table table = TCgatsTable::NotBuilt(error);
+    if (table)
+        table->SetSpectralPercent(source.IsSpectralPercent());
+    return table;
+}
+
 // Null when there is no memory.
 Table copyTable(const TCgatsTable& source, const Selection& selection) {
     if (source.GetTableError() != 0)
-        return TCgatsTable::NotBuilt(source.GetTableError());
+        return notBuilt(source, source.GetTableError());
     if (!source.HasValuesOfAllColumns())
-        return TCgatsTable::NotBuilt(kFieldsMissing);
+        return notBuilt(source, kFieldsMissing);
     std::vector<int> rows;
     if (!chooseRows(source, selection, rows))
-        return TCgatsTable::NotBuilt(kOtherTableError);
+        return notBuilt(source, kOtherTableError);
     Plan plan{std::make_unique<TCgatsTableHeader>(), {}};
     const TCgatsTableHeader& header = *source.GetHeader();
     if (selection.channels == nullptr)
         planAllColumns(header, plan);
     else if (!planChannels(header, selection.channels, selection.nrChannels, !selection.fill.empty(), plan))
-        return TCgatsTable::NotBuilt(kIllegalInkMap);
+        return notBuilt(source, kIllegalInkMap);
     plan.header->SetNrSamples(selection.samples == nullptr ? header.GetNrSamples() : selection.nrSamples);
     Table table(new TCgatsTable(plan.header.release()));
     need(table->GetTableError() != kOtherTableError);
+    // Other colours can come to the front when some are taken away.
+    if (table->GetTableError() == kColorNumbering && selection.channels != nullptr)
+        return notBuilt(source, kIllegalInkMap);
     if (table->GetTableError() != 0)
         return table;
     for (std::size_t i = 0; i < plan.sources.size(); ++i) {
@@ -202,10 +221,12 @@ TCgats::TCgats(const TCgats* source, int* channels, int count, double value) : T
 
 void TCgats::Init(const TCgats* source, const int* samples, int sampleCount, const int* channels,
                   int channelCount, double value) {
-    if (source == nullptr) {
+    if (source == nullptr || source == this) {
         SetErrorCode(kUnknownError);
         return;
     }
+    releaseAll();
+    SetToZero();
     if (source->errorCode != 0) {
         SetErrorCode(source->errorCode);
         return;
@@ -216,16 +237,20 @@ void TCgats::Init(const TCgats* source, const int* samples, int sampleCount, con
         channelCount = 0;
     const bool whole =
         source->CopyTagList(&nrTags, tags, &nrCommentBlocks, commentBlocks, channelCount) == 0 &&
-        copyNames(*source);
-    if (sampleCount > 0)
-        ChangeTagValue(kNumberOfSets, std::to_string(sampleCount).c_str());
+        copyNames(*source) && (sampleCount == 0 || declareSamples(sampleCount));
     if (!whole || takeTables(*source, samples, sampleCount, channels, channelCount, value) != 0)
         SetErrorCode(kUnknownError);
 }
 
+// @return false when there is no memory.
+bool TCgats::declareSamples(int count) {
+    return FindTag(kNumberOfSets) < 0 || ChangeTagValue(kNumberOfSets, std::to_string(count).c_str()) == 0;
+}
+
 // What a copy with so many channels declares for its fields.
 std::string TCgats::fieldCountText(const TCgatsTag& tag, int channelCount) const {
-    return std::to_string(textToInt(tag.GetValue()) + channelCount - std::max(GetNrProcessColors(0), 0));
+    const std::int64_t others = std::int64_t{textToInt(tag.GetValue())} - std::max(GetNrProcessColors(0), 0);
+    return std::to_string(others + channelCount);
 }
 
 int TCgats::CopyTagList(std::int32_t* count, TCgatsTag** copies, std::int32_t* commentCount, char** comments,

@@ -89,6 +89,12 @@ private:
     FILE* file;
 };
 
+// A plain path, never a logical specification such as "root:[a.b]name", which reading does not know either.
+std::string plainPath(const std::string& name) {
+    const bool isPlain = name.find('/') != std::string::npos || name.find(':') == std::string::npos;
+    return isPlain ? name : "./" + name;
+}
+
 // The name as the file system spells it; as given where it cannot be converted.
 std::string localName(const char* fileName) {
     // Enough for any encoding of one to four bytes per character.
@@ -141,7 +147,7 @@ int TCgats::SaveAs(const char* fileName) const {
     if (fileName == nullptr || *fileName == '\0')
         return kEmptyFileName;
     return guarded(static_cast<int>(kUnknownError), [&] {
-        FILE* const file = open_resolved_file(localName(fileName).c_str(), "w");
+        FILE* const file = open_resolved_file(plainPath(localName(fileName)).c_str(), "w");
         if (file == nullptr)
             return static_cast<int>(kNotWritable);
         FileTarget target(file);

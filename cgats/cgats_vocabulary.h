@@ -76,6 +76,7 @@ enum TableError : int {
     kNoSamples = 4,
     kSampleCountMismatch = 5,
     kBadDataType = 6,
+    kColorNumbering = 7,
     kNoSampleIdentifier = 8,
     kTooFewCoordinates = 9,
     kOtherTableError = 10,

@@ -1,6 +1,8 @@
 #include "cgats/cgats_writer.h"
 
 #include <cstring>
+#include <memory>
+#include <new>
 #include <string>
 
 #include "base/number_text.h"
@@ -103,28 +105,27 @@ int CgatsWriter::writeRows(const TCgatsTable& table) {
         return kSampleCountMismatch;
     if (header.GetNrFields() == 0 || !table.HasValuesOfAllColumns())
         return kFieldsMissing;
-    const std::vector<Column> columns = columnsOf(table);
+    // Without memory for it, what is known of a column is made up for every value: nothing may stop halfway.
+    const int count = header.GetNrFields();
+    const std::unique_ptr<Column[]> columns(new (std::nothrow) Column[static_cast<std::size_t>(count)]);
+    for (int i = 0; columns && i < count; ++i)
+        columns[static_cast<std::size_t>(i)] = columnAt(table, i);
     for (int row = 0; row < table.GetNrRowsStored(); ++row) {
-        for (const Column& column : columns)
-            writeValue(column, row);
+        for (int i = 0; i < count; ++i)
+            writeValue(columns ? columns[static_cast<std::size_t>(i)] : columnAt(table, i), row);
         text.put('\n');
     }
     return 0;
 }
 
-std::vector<CgatsWriter::Column> CgatsWriter::columnsOf(const TCgatsTable& table) {
-    std::vector<Column> columns(static_cast<std::size_t>(table.GetHeader()->GetNrFields()));
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        const int column = static_cast<int>(i);
-        const TCgatsValueList* const values = table.GetValues(column);
-        const int dataType = table.GetHeader()->GetField(column)->GetDataType();
-        const double* const numbers =
-            dataType == TCgatsField::kFloat
-                ? static_cast<const TCgatsValueListDouble*>(values)->GetNumbers(table.GetNrRowsStored())
-                : nullptr;
-        columns[i] = {values, dataType, numbers};
-    }
-    return columns;
+CgatsWriter::Column CgatsWriter::columnAt(const TCgatsTable& table, int index) {
+    const TCgatsValueList* const values = table.GetValues(index);
+    const int dataType = table.GetHeader()->GetField(index)->GetDataType();
+    const double* const numbers =
+        dataType == TCgatsField::kFloat
+            ? static_cast<const TCgatsValueListDouble*>(values)->GetNumbers(table.GetNrRowsStored())
+            : nullptr;
+    return {values, dataType, numbers};
 }
 
 void CgatsWriter::writeValue(const Column& column, int row) {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <ostream>
-#include <vector>
 
 #include "cgats/tcgats.h"
 #include "cgats/text_block.h"
@@ -28,7 +27,7 @@ private:
     int writeRows(const TCgatsTable& table);
     struct Column;
 
-    static std::vector<Column> columnsOf(const TCgatsTable& table);
+    static Column columnAt(const TCgatsTable& table, int index);
     void writeValue(const Column& column, int row);
     void writeString(const char* value);
 

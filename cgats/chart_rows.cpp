@@ -22,8 +22,8 @@ int spectralColumns(const TCgatsTableHeader& header, const ChartArrays& chart) {
     return chart.spectra == nullptr ? 0 : header.GetNrWaveLengths();
 }
 
-int fieldsOf(const TCgatsTableHeader& header, const ChartArrays& chart) {
-    return 1 + chart.colorants + (chart.lab != nullptr ? kTristimulusValues : 0) +
+std::int64_t fieldsOf(const TCgatsTableHeader& header, const ChartArrays& chart) {
+    return std::int64_t{1} + chart.colorants + (chart.lab != nullptr ? kTristimulusValues : 0) +
            (chart.xyz != nullptr ? kTristimulusValues : 0) + spectralColumns(header, chart);
 }
 

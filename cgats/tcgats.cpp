@@ -73,6 +73,10 @@ int TCgats::SetToZero() {
 }
 
 TCgats::~TCgats() {
+    releaseAll();
+}
+
+void TCgats::releaseAll() {
     for (std::int32_t i = 0; i < nrTags; ++i)
         delete tags[i];
     for (std::int32_t i = 0; i < nrCommentBlocks; ++i)

@@ -177,16 +177,20 @@ public:
     /// @name Writing
     /// Header lines in their order; "BEGIN_DATA_FORMAT" pulls in the field names of the next table,
     /// "BEGIN_DATA" its samples, any other "BEGIN_" the next comment block. Numbers have 6 significant
-    /// digits, whatever locale, flags or width the stream has; every data line ends with a TAB. Codes: 21 for
+    /// digits, whatever locale, flags or width the stream has; every data line ends with a TAB. Texts are
+    /// written as they are: an empty one, one that begins with a blank or holds quotes (in header lines also
+    /// "#" or a line end) is read otherwise, mostly without an error. Except for SaveAs and WriteToBuffer an
+    /// error of the document does not matter. Codes: 21 for
     /// no such tag, 22 for a tag without a keyword, 23 for no such table, the code of a table's error, 4 when
     /// the stream does not take the text.
     /// @{
 
     /// Writes a file in place of one that may be there, which stays as it was when the new one cannot be
-    /// written (4, not recorded). A document code on the way is recorded and what was written so far is put
-    /// in place.
-    /// @param fileName in UTF-8. @return 0 or the code; 2 for a null or empty name, the recorded code of a
-    /// document in error, for which nothing is written.
+    /// written (4, not recorded); only devices, pipes, and files in a folder that takes no new ones are
+    /// written directly. A document code on the way is recorded and what was written so far is put in place
+    /// of the old file: WriteToStream tells the code beforehand.
+    /// @param fileName in UTF-8, a plain path. @return 0 or the code; 2 for a null or empty name, the
+    /// recorded code of a document in error, for which nothing is written.
     int SaveAs(const char* fileName) const;
     /// @return 0 or the code, which is not recorded.
     int WriteToStream(std::ostream& stream) const;
@@ -221,10 +225,12 @@ public:
     /// @return an array of fields, array and fields owned by the caller; null for 0, for 1 and 2 without a
     /// flag, or when there is no memory.
     static TCgatsField** CreateProcessFieldDescriptions(int colorants, bool spot, bool custom);
-    /// Adds CIELAB columns to a table, or overwrites those it has. "NUMBER_OF_FIELDS" stays as it is and
-    /// wants ChangeTagValue(3, ...) with GetNrFields(table) when columns were added.
+    /// Adds CIELAB columns to a table, or overwrites those it has. Pointers to the table's header are void
+    /// then. "NUMBER_OF_FIELDS" stays as it is; when columns were added it wants GetNrFields(table) as its
+    /// value: ChangeTagValue(3, ...) for the first table, InsertTag with `replace` at the line of a later
+    /// one.
     /// @param lab L*, a*, b* per sample. @return 0; the code of a document or table in error; 1 for a bad
-    /// table, a null row or no memory.
+    /// table, a null row, columns of another type or no memory.
     int AddLab(int table, const double* const* lab);
     /// Adds a column "InkBook", declared by a "KEYWORD" line at the end of the header, or overwrites the one
     /// there is. "NUMBER_OF_FIELDS" as for AddLab. That line stands behind the data, too late for a reader
@@ -239,14 +245,16 @@ public:
     /// @name Copying
     /// @{
 
-    /// Makes this empty document a copy of `source`: tags, comment blocks, declared names, tables. The error
-    /// of a source in error is taken over and nothing else; 1 when there is no memory.
+    /// Makes this document a copy of `source`: tags, comment blocks, declared names, tables. What it held
+    /// before is gone. The error of a source in error is taken over and nothing else; 1 for null, for the
+    /// document itself, which stays as it is, or when there is no memory.
     /// @param samples rows of the first table (from 0), in this order; null for all. A row that is not there
     /// gives a table in error (10). "NUMBER_OF_SETS" becomes their number.
     /// @param channels process colours of each table (from 0) that take the place of its process colours, in
     /// this order; null for all. An entry that the source lacks is filled with `value`; where that is 0, for
     /// one or two channels and for a table without process colours the table is in error (13).
-    /// "NUMBER_OF_FIELDS" is adjusted.
+    /// Each "NUMBER_OF_FIELDS" is adjusted by the process colours of the first table; where those of a later
+    /// table differ in number, its own wants to be set right.
     void Init(const TCgats* source, const int* samples, int sampleCount, const int* channels,
               int channelCount, double value);
     /// Copies tags and comment blocks into arrays of kMaxTags and kMaxCommentBlocks slots, for the caller to
@@ -270,8 +278,10 @@ public:
 
     /// Writes layout keywords, each in place of the one that is there. Left out are: row length 0; columns
     /// and strips below 2; patch sizes and border patches of 0 or less; negative gaps, device and ink set;
-    /// mirroring below 1. The vertical gap comes before the horizontal one. What finds no place in a full
-    /// list is left out.
+    /// mirroring below 1. New lines stand before "NUMBER_OF_FIELDS", else at the end; the row length has two
+    /// of them ("LGOROWLENGTH" and "NUMBER_OF_STRIPS"); the vertical gap comes before the horizontal one.
+    /// What finds no place in a full list is left out. GetTag(34) and GetTag(35) give border patches and
+    /// device.
     /// @return 0, or the code of a document in error, to which nothing is written.
     int AddLayoutInfo(int rowLength, int columns, int strips, bool vandLayout, double patchHeight,
                       double patchWidth, double gapY, double gapX, int borderPatches, int device, int inkSet,
@@ -417,14 +427,16 @@ private:
     bool appendKeyword(int code, int numeric, const char* value);
     template <class AddLines>
     bool startDocument(AddLines&& addLines);
-    void addTableTags(int fields, int sets);
+    void addTableTags(std::int64_t fields, int sets);
     void addColorantTags(int colorants, const char* const* colorantNames, bool process);
     int buildTable(const qxcms::detail::ChartArrays& chart, int nrWavelengths, const double* wavelengths,
                    bool spot, bool custom);
     int refusalOfChange(int table) const;
     int widenTable(int table, std::vector<std::unique_ptr<TCgatsField>> fields,
                    std::vector<std::unique_ptr<TCgatsValueList>> columns);
+    bool declareSamples(int count);
     std::string fieldCountText(const TCgatsTag& tag, int channelCount) const;
+    void releaseAll();
     bool copyNames(const TCgats& source);
     int takeTables(const TCgats& source, const int* samples, int sampleCount, const int* channels,
                    int channelCount, double value);

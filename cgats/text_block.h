@@ -65,7 +65,7 @@ public:
     bool flush() {
         stream.write(block, static_cast<std::streamsize>(used));
         used = 0;
-        return !stream.fail();
+        return stream.good();
     }
 
 private:

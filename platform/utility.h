@@ -52,7 +52,8 @@ QXCMS_API double vect_distance(const double* a, const double* b, int n);
 
 /// Opens a file given as a plain path or as a logical specification ("root:[a.b]name.ext").
 /// A file opened with "w" takes its place when close_resolved_file finds every write done; until then a file
-/// of that name stands as it was.
+/// of that name stands as it was. Devices, pipes, and files in a folder that takes no new ones are written
+/// directly.
 /// @param mode "r" or "w"; both are binary.
 /// @return null when it cannot be opened.
 QXCMS_API FILE* open_resolved_file(const char* name, const char* mode);

@@ -108,11 +108,11 @@ FILE* openBeside(const char* path, const fs::path& target, const struct stat* ex
     written->target = target.string();
     const mode_t mode = existing != nullptr ? 0600 : 0666;
     const int descriptor = createTemporary(target.parent_path(), mode, written->temporary);
-    // A full disk is no reason to empty the file that is there.
-    if (descriptor == -ENOSPC || descriptor == -EDQUOT)
-        return nullptr;
-    if (descriptor < 0)
+    // Only a folder that takes no new file is a reason to empty the file that is there.
+    if (descriptor == -EACCES || descriptor == -EPERM || descriptor == -EROFS || descriptor == -ENAMETOOLONG)
         return openDirectly(path);
+    if (descriptor < 0)
+        return nullptr;
     if (existing != nullptr && !takeOver(descriptor, *existing)) {
         close(descriptor);
         unlink(written->temporary.c_str());

@@ -120,7 +120,17 @@ TEST(plainDecimal, usualForms_areRead) {
         expectPlainValue(text, std::string(text).size());
 }
 
+TEST(plainDecimal, everyNumberOfDecimals_isRead) {
+    for (std::size_t decimals = 1; decimals <= 19; ++decimals)
+        for (const char* digits : {"1", "3", "7"}) {
+            const std::string text = '.' + std::string(decimals - 1, '0') + digits;
+            expectPlainValue(text, text.size());
+        }
+}
+
 TEST(plainDecimal, number_endsWhereItsFormEnds) {
+    expectPlainValue("1:2", 1);
+    expectPlainValue("1/2", 1);
     expectPlainValue("1.5 2", 3);
     expectPlainValue("1.5.2", 3);
     expectPlainValue("1,5,2", 3);

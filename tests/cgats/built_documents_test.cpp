@@ -429,5 +429,173 @@ TEST(cgatsCopy, partsHandedOut_areTheCallers) {
     delete[] tables;
 }
 
+TEST(addLab, columnsOfALaterTable_areFoundByName) {
+    Reading reading(tableText("SAMPLE_ID", 2, "a b") + tableText("SAMPLE_ID", 2, "c d"));
+    ASSERT_EQ(reading.code, 0);
+    EXPECT_EQ(reading.document.AddLab(1, kRows), 0);
+    EXPECT_EQ(reading.document.GetFieldNameIndex(1, "LAB_B"), 3);
+    EXPECT_EQ(reading.document.GetFieldNameIndex(0, "LAB_B"), -1);
+    double lab[3] = {};
+    EXPECT_EQ(reading.document.GetLab(1, 1, lab), 0);
+    EXPECT_EQ(lab[0], 255.0);
+}
+
+TEST(inkBookNames, ofALaterTable_areAddedOnce) {
+    Reading reading(tableText("SAMPLE_ID", 2, "a b") + tableText("SAMPLE_ID", 2, "c d"));
+    ASSERT_EQ(reading.code, 0);
+    EXPECT_EQ(reading.document.AddInkBookNames(1, {"first", "second"}), 0);
+    EXPECT_EQ(reading.document.AddInkBookNames(1, {"third", "fourth"}), 0);
+    EXPECT_EQ(reading.document.GetNrFields(0), 1);
+    EXPECT_EQ(reading.document.GetNrFields(1), 2);
+    char name[128];
+    EXPECT_EQ(reading.document.GetInkBookName(1, 1, name), 0);
+    EXPECT_STREQ(name, "fourth");
+}
+
+TEST(inkBookNames, declaredBefore_areNotDeclaredTwice) {
+    Reading reading("KEYWORD \"LOT\"\nKEYWORD \"InkBook\"\n" + tableText("SAMPLE_ID", 1, "a"));
+    ASSERT_EQ(reading.code, 0);
+    EXPECT_EQ(reading.document.AddInkBookNames(0, {"ink"}), 0);
+    EXPECT_EQ(reading.document.GetNrCustomFields(), 2);
+    EXPECT_EQ(reading.document.GetTable(0)->GetHeader()->GetField(1)->GetFieldId(), 1);
+    const TCgatsTag& last = *reading.document.GetTagAt(reading.document.GetNrTags() - 1);
+    EXPECT_EQ(last.GetCode(), 29); // the line is added all the same
+    EXPECT_STREQ(last.GetValue(), "InkBook");
+    EXPECT_EQ(Reading(textOf(reading.document)).code, 0);
+}
+
+TEST(inkBookNames, columnInAnotherCase_isTakenOver) {
+    Reading reading("KEYWORD \"INKBOOK\"\n" + tableText("SAMPLE_ID INKBOOK", 1, "a old"));
+    ASSERT_EQ(reading.code, 0);
+    EXPECT_EQ(reading.document.AddInkBookNames(0, {"new"}), 0);
+    EXPECT_EQ(reading.document.GetNrFields(0), 2);
+    EXPECT_STREQ(reading.document.GetTable(0)->GetValues(1)->GetString(0), "new");
+}
+
+TEST(cgatsBuilder, missingRowOfAnyArray_isCode1) {
+    const double* const holes[] = {kFirst, nullptr};
+    const double wavelengths[] = {400};
+    for (int i = 0; i < 3; ++i) {
+        const TCgats document(255.0, 0.0, 2, 4, kRows, i == 0 ? holes : nullptr, i == 1 ? holes : nullptr,
+                              i == 2 ? holes : nullptr, i == 2 ? 1 : 0, wavelengths, 0, 0, 0);
+        EXPECT_EQ(document.GetErrorCode(), 1) << i;
+        EXPECT_EQ(document.GetNrTables(), 1) << i;
+        EXPECT_EQ(document.GetTable(0)->GetNrRowsStored(), 1) << i;
+    }
+}
+
+TEST(cgatsBuilder, wavelengthsThatAreNotGiven_makeNoFields) {
+    const double wavelengths[] = {400};
+    const TCgats noArray(255.0, 0.0, 1, 4, kRows, nullptr, nullptr, kRows, 3, nullptr, 0, 0, 0);
+    EXPECT_EQ(noArray.GetErrorCode(), 0);
+    EXPECT_STREQ(noArray.GetTag(3)->GetValue(), "5");
+    EXPECT_EQ(noArray.GetNrFields(0), 5);
+    const TCgats negative(255.0, 0.0, 1, 4, kRows, nullptr, nullptr, kRows, -3, wavelengths, 0, 0, 0);
+    EXPECT_EQ(negative.GetErrorCode(), 0);
+    EXPECT_STREQ(negative.GetTag(3)->GetValue(), "5");
+    EXPECT_EQ(negative.GetNrFields(0), 5);
+}
+
+TEST(cgatsBuilder, wavelengthsBeyondIntegers_areTheLargest) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    const double wavelengths[] = {std::numeric_limits<double>::quiet_NaN(), kInfinity, 1e300, -0.7};
+    const TCgats document(255.0, 0.0, 1, 4, kRows, nullptr, nullptr, kRows, 4, wavelengths, 0, 0, 0);
+    EXPECT_EQ(document.GetErrorCode(), 0);
+    const TCgatsTableHeader& header = *document.GetTable(0)->GetHeader();
+    EXPECT_STREQ(header.GetField(5)->GetName(), "nm0");
+    EXPECT_STREQ(header.GetField(6)->GetName(), "nm2147483647");
+    EXPECT_STREQ(header.GetField(7)->GetName(), "nm2147483647");
+    EXPECT_STREQ(header.GetField(8)->GetName(), "nm0"); // -0.7 + 0.5 without its fraction
+    const double below[] = {-kInfinity};
+    EXPECT_EQ(TCgats(255.0, 0.0, 1, 4, kRows, nullptr, nullptr, kRows, 1, below, 0, 0, 0).GetErrorCode(), 17);
+}
+
+TEST(cgatsBuilder, namesThatAreNotThere_areEmpty) {
+    const char* const names[] = {nullptr, "b"};
+    const char* const inks[] = {nullptr, "x"};
+    const TCgats document(255.0, 0.0, 2, names, 2, inks, kRows, nullptr, nullptr, nullptr, 0, nullptr, true);
+    EXPECT_EQ(document.GetErrorCode(), 0);
+    EXPECT_STREQ(document.GetTagAt(1)->GetValue(), "");
+    EXPECT_STREQ(document.GetTagAt(2)->GetValue(), "x");
+    EXPECT_STREQ(document.GetTable(0)->GetValues(0)->GetString(0), "");
+    const TCgats noInks(255.0, 0.0, 1, 2, static_cast<const char* const*>(nullptr), kRows, nullptr, nullptr,
+                        nullptr, 0, nullptr, false);
+    EXPECT_EQ(noInks.GetErrorCode(), 0);
+    EXPECT_EQ(noInks.GetNrSpotIdTags(), 2);
+    EXPECT_STREQ(noInks.GetTagAt(2)->GetValue(), "");
+}
+
+TEST(chartRows, percentage_isMultipliedBeforeItIsDivided) {
+    // 3e-6 * 100 / 3 is not below 0.0001 in double precision, 3e-6 / 3 * 100 is.
+    EXPECT_EQ(deviceTextOf(3e-6, 3.0, 0.0), "0.00010");
+    EXPECT_EQ(deviceTextOf(1e307, 1e307, 0.0), "inf");
+}
+
+TEST(cgatsBuilder, undefinedAndNegativelyZeroValues_comeBackAsWritten) {
+    const double device[] = {std::numeric_limits<double>::quiet_NaN(),
+                             std::numeric_limits<double>::infinity(), 1e300, -0.0};
+    const double lab[] = {-0.0, -1e-7, 1.0};
+    const double* const deviceRow[] = {device};
+    const double* const labRow[] = {lab};
+    const TCgats document(100.0, 0.0, 1, 4, deviceRow, labRow, nullptr, nullptr, 0, nullptr, 0, 0, 0);
+    EXPECT_EQ(document.GetErrorCode(), 0);
+    const std::string text = textOf(document);
+    EXPECT_NE(text.find("\n1\tnan\tinf\t1e+300\t0\t-0\t-0\t1\t\n"), std::string::npos) << text;
+    const TCgats again(text.c_str(), 0);
+    EXPECT_EQ(again.GetErrorCode(), 0);
+    EXPECT_EQ(textOf(again), text);
+}
+
+TEST(cgatsBuilder, secondTable_standsBehindTheFirst) {
+    TCgats document(255.0, 0.0, 1, 4, kRows, nullptr, nullptr, nullptr, 0, nullptr, 0, 0, 0);
+    document.BuildTable(255.0, 0.0, 2, nullptr, 6, false, kRows, nullptr, nullptr, nullptr, 0, nullptr,
+                        false);
+    EXPECT_EQ(document.GetErrorCode(), 0);
+    ASSERT_EQ(document.GetNrTables(), 2);
+    EXPECT_EQ(document.GetNrProcessColors(1), 6);
+    const TCgats again(textOf(document).c_str(), 0);
+    EXPECT_EQ(again.GetErrorCode(), 0);
+    EXPECT_EQ(again.GetNrSamples(0), 1);
+    EXPECT_EQ(again.GetNrSamples(1), 2);
+}
+
+TEST(cgatsBuilder, tagWithoutAKeyword_holdsItsCodeAndStopsTheWriter) {
+    TCgats document;
+    EXPECT_EQ(document.AddTag(0, nullptr, 0, "a", "b"), 0);
+    EXPECT_EQ(document.AddTag(0, "X", 0, nullptr, nullptr), 0);
+    EXPECT_EQ(document.GetTagAt(0)->GetKeyword(), nullptr);
+    EXPECT_STREQ(document.GetTagAt(1)->GetValue(), "");
+    EXPECT_EQ(textOf(document, 22), "");
+    EXPECT_EQ(document.ChangeTagValue(0, "new"), 1); // the first tag of that code has no value to change
+}
+
+TEST(cgatsBuilder, noText_changesNoTag) {
+    TCgats document;
+    document.AddTag(0, "ORIGINATOR", 0, "me", "");
+    EXPECT_EQ(document.ChangeTagValue(0, nullptr), 1);
+    EXPECT_STREQ(document.GetOriginator(), "me");
+    EXPECT_EQ(document.ChangeTagValue(0, document.GetOriginator()), 0); // its own text
+    EXPECT_STREQ(document.GetOriginator(), "me");
+}
+
+TEST(cgatsBuilder, changedTag_staysQuotedOrBare) {
+    TCgats document;
+    document.AddTag(0, "ORIGINATOR", 0, "me", "");
+    document.AddTag(3, "NUMBER_OF_FIELDS", 1, "5", "");
+    EXPECT_EQ(document.ChangeTagValue(0, "you"), 0);
+    EXPECT_EQ(document.ChangeTagValue(3, "6"), 0);
+    EXPECT_EQ(textOf(document), "ORIGINATOR\t\"you\"\nNUMBER_OF_FIELDS\t6\n");
+}
+
+TEST(cgatsBuilder, namesBeyondTheTagList_areNotCounted) {
+    const std::vector<double> device(200, 50.0);
+    const double* const rows[] = {device.data()};
+    const std::vector<const char*> inks(200, "ink");
+    const TCgats document(100.0, 0.0, 1, 200, inks.data(), rows, nullptr, nullptr, nullptr, 0, nullptr,
+                          false);
+    EXPECT_EQ(document.GetNrTags(), 128);
+    EXPECT_EQ(document.GetNrSpotIdTags(), 127); // as many as there are behind the first line
+}
+
 } // namespace
 } // namespace qxcms::tests

@@ -1104,5 +1104,23 @@ TEST(inkBookNames, cielabAndInkBook_canBothBeAdded) {
     EXPECT_EQ(labOf(*document, 1), kLab[1]);
 }
 
+TEST(addLab, columnsThatHoldNoRealNumbers_areRefused) {
+    for (const int type : {int{TCgatsField::kString}, int{TCgatsField::kInteger}}) {
+        TCgats document;
+        document.InitTmpHeader(3);
+        const char* const names[] = {"LAB_L", "LAB_A", "LAB_B"};
+        for (int i = 0; i < 3; ++i)
+            ASSERT_EQ(document.GetTmpHeader()->FillNextSlot(new TCgatsField(
+                          i == 1 ? type : TCgatsField::kFloat, names[i], 0, TCgatsField::kStandard, 23 + i)),
+                      0);
+        document.SetNrSamples(2);
+        const std::string samples = "1 2 3\n4 5 6\n";
+        const char* position = samples.c_str();
+        ASSERT_EQ(document.ReadTable(&position), 0);
+        EXPECT_EQ(document.AddLab(0, RowPointers(kLab).get()), 1);
+        EXPECT_EQ(valueAt(document, 0, 0), 1.0); // nothing changed
+    }
+}
+
 } // namespace
 } // namespace qxcms::tests

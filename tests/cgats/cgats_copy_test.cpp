@@ -665,5 +665,213 @@ TEST(cgatsCopy, tables_areTheCallers) {
     delete[] tables;
 }
 
+std::string textOf(const TCgats& document) {
+    return writing(document).second;
+}
+
+TEST(cgatsCopy, countsWithoutLists_meanAll) {
+    const Reading source("NUMBER_OF_FIELDS 5\n" +
+                         tableText("SAMPLE_ID CMYK_C CMYK_M CMYK_Y CMYK_K", 2, "a 1 2 3 4 b 5 6 7 8"));
+    ASSERT_EQ(source.code, 0);
+    const std::string text = textOf(source.document);
+    int list[] = {0, 1, 2};
+    EXPECT_EQ(textOf(TCgats(&source.document, nullptr, 1)), text);
+    EXPECT_EQ(textOf(TCgats(&source.document, nullptr, 3, 5.0)), text);
+    EXPECT_EQ(textOf(TCgats(&source.document, list, -1)), text);
+    EXPECT_EQ(textOf(TCgats(&source.document, list, -1, 5.0)), text);
+}
+
+TEST(cgatsCopy, everyNumberOfFields_isRebuiltFromTheFirstTable) {
+    const Reading source("NUMBER_OF_FIELDS 5\n" +
+                         tableText("SAMPLE_ID CMYK_C CMYK_M CMYK_Y CMYK_K", 1, "a 1 2 3 4") +
+                         "NUMBER_OF_FIELDS 4\n" + tableText("CMYK_C CMYK_M CMYK_Y CMYK_K", 1, "5 6 7 8"));
+    ASSERT_EQ(source.code, 0);
+    int channels[] = {3, 2, 1, 0, 0, 0};
+    const TCgats copy(&source.document, channels, 6, 0.0);
+    std::vector<std::string> counts;
+    for (int i = 0; i < copy.GetNrTags(); ++i)
+        if (copy.GetTagAt(i)->GetCode() == 3)
+            counts.push_back(copy.GetTagAt(i)->GetValue());
+    EXPECT_EQ(counts, (std::vector<std::string>{"7", "6"}));
+    EXPECT_EQ(Reading(textOf(copy)).code, 0);
+}
+
+TEST(cgatsCopy, fieldCountWithoutProcessColours_growsByTheChannels) {
+    int channels[] = {0, 1, 2};
+    const Reading spots("NUMBER_OF_FIELDS 2\n" + tableText("SAMPLE_ID SPOT_1", 1, "a 1"));
+    EXPECT_STREQ(TCgats(&spots.document, channels, 3, 0.0).GetTag(3)->GetValue(), "5");
+    TCgats empty;
+    empty.AddTag(3, "NUMBER_OF_FIELDS", 1, "2", "");
+    EXPECT_STREQ(TCgats(&empty, channels, 3, 0.0).GetTag(3)->GetValue(), "5");
+}
+
+TEST(cgatsCopy, channelWithoutAColumn_isFilledLikeOneBehindTheLast) {
+    const Reading source("PROCESSCOLOR_ID \"a\"\nPROCESSCOLOR_ID \"b\"\n" +
+                         tableText("SAMPLE_ID PC2_1 PC2_1", 1, "a 1 2")); // two columns, no second channel
+    ASSERT_EQ(source.code, 0);
+    int channels[] = {0, 0, 1};
+    EXPECT_EQ(TCgats(&source.document, channels, 3, 0.0).GetTable(0)->GetTableError(), 13);
+    const TCgats copy(&source.document, channels, 3, 7.5);
+    ASSERT_EQ(copy.GetTable(0)->GetTableError(), 0);
+    const int yellow = copy.GetFieldNameIndex(0, "CMYK_Y");
+    EXPECT_EQ(copy.GetTable(0)->GetValues(yellow)->GetDouble(0), 7.5);
+    EXPECT_EQ(copy.GetTable(0)->GetValues(yellow - 1)->GetDouble(0), 2.0);
+}
+
+TEST(cgatsCopy, integers_areCopied) {
+    TCgats source;
+    source.InitTmpHeader(1);
+    ASSERT_EQ(source.GetTmpHeader()->FillNextSlot(
+                  new TCgatsField(TCgatsField::kInteger, "COUNT", 0, TCgatsField::kCustom, 0)),
+              0);
+    source.SetNrSamples(3);
+    const std::string samples = "7\n-2147483648\n2147483647\n";
+    const char* position = samples.c_str();
+    ASSERT_EQ(source.ReadTable(&position), 0);
+    int rows[] = {2, 1, 0};
+    const TCgats copy(&source, rows, 3);
+    ASSERT_EQ(copy.GetTable(0)->GetTableError(), 0);
+    EXPECT_EQ(copy.GetTable(0)->GetHeader()->GetField(0)->GetDataType(), TCgatsField::kInteger);
+    EXPECT_EQ(copy.GetTable(0)->GetValues(0)->GetInt(0), std::numeric_limits<int>::max());
+    EXPECT_EQ(copy.GetTable(0)->GetValues(0)->GetInt(1), std::numeric_limits<int>::min());
+    EXPECT_EQ(copy.GetTable(0)->GetValues(0)->GetInt(2), 7);
+}
+
+TEST(cgatsCopy, infiniteValue_isGiven) {
+    const Reading source(tableText("SAMPLE_ID CMYK_C CMYK_M CMYK_Y CMYK_K", 1, "a 1 2 3 4"));
+    int channels[] = {0, 1, 9};
+    for (const double value : {std::numeric_limits<double>::infinity(), 1e300}) {
+        EXPECT_EQ(TCgats(&source.document, channels, 3, value).GetTable(0)->GetValues(3)->GetDouble(0),
+                  value);
+        EXPECT_EQ(TCgats(&source.document, channels, 3, -value).GetTable(0)->GetValues(3)->GetDouble(0),
+                  -value);
+    }
+}
+
+TEST(cgatsCopy, commentBlocks_areCopiedInTheirOrder) {
+    TCgats source;
+    for (int i = 0; i < TCgats::kMaxCommentBlocks; ++i) {
+        const std::string block = std::to_string(i) + "\nEND_NOTES\n";
+        const char* position = block.c_str();
+        ASSERT_EQ(source.ReadCommentTag("BEGIN_NOTES", &position), 0);
+    }
+    const TCgats copy(&source);
+    ASSERT_EQ(copy.GetNrCommentBlocks(), TCgats::kMaxCommentBlocks);
+    for (int i = 0; i < TCgats::kMaxCommentBlocks; ++i)
+        EXPECT_EQ(copy.GetCommentBlock(i), std::to_string(i) + "\n");
+}
+
+TEST(cgatsCopy, samplesAndChannelsTogether_leaveLaterTablesTheirSamples) {
+    const std::string cmyk = "SAMPLE_ID CMYK_C CMYK_M CMYK_Y CMYK_K";
+    const Reading source(tableText(cmyk, 2, "a 1 2 3 4 b 5 6 7 8") +
+                         tableText(cmyk, 2, "c 11 12 13 14 d 15 16 17 18"));
+    ASSERT_EQ(source.code, 0);
+    const int samples[] = {1};
+    const int channels[] = {3, 2, 1};
+    TCgats copy;
+    copy.Init(&source.document, samples, 1, channels, 3, 0.0);
+    EXPECT_EQ(copy.GetNrSamples(0), 1);
+    EXPECT_EQ(copy.GetNrSamples(1), 2);
+    EXPECT_EQ(copy.GetTable(0)->GetValues(1)->GetDouble(0), 8.0);
+    EXPECT_EQ(copy.GetTable(1)->GetValues(1)->GetDouble(1), 18.0);
+}
+
+TEST(cgatsCopy, missingPlaces_areRefused) {
+    const Reading source(everythingText());
+    std::int32_t count = 0;
+    std::int32_t other = 0;
+    std::int32_t third = 0;
+    TCgatsTag* tags[TCgats::kMaxTags] = {};
+    char* comments[TCgats::kMaxCommentBlocks] = {};
+    char** names = nullptr;
+    TCgatsTable** tables = nullptr;
+    const TCgats& document = source.document;
+    EXPECT_EQ(document.CopyTagList(nullptr, tags, &other, comments, 0), 1);
+    EXPECT_EQ(document.CopyTagList(&count, nullptr, &other, comments, 0), 1);
+    EXPECT_EQ(document.CopyTagList(&count, tags, nullptr, comments, 0), 1);
+    EXPECT_EQ(document.CopyTagList(&count, tags, &other, nullptr, 0), 1);
+    EXPECT_EQ(document.CopyColorAndFieldInfo(nullptr, &other, &third, &names), 1);
+    EXPECT_EQ(document.CopyColorAndFieldInfo(&count, nullptr, &third, &names), 1);
+    EXPECT_EQ(document.CopyColorAndFieldInfo(&count, &other, nullptr, &names), 1);
+    EXPECT_EQ(document.CopyColorAndFieldInfo(&count, &other, &third, nullptr), 1);
+    EXPECT_EQ(document.CopyTables(nullptr, &tables, nullptr, 0, nullptr, 0, 0.0), 1);
+    EXPECT_EQ(document.CopyTables(&count, nullptr, nullptr, 0, nullptr, 0, 0.0), 1);
+    EXPECT_EQ(tags[0], nullptr);
+    EXPECT_EQ(names, nullptr);
+    EXPECT_EQ(tables, nullptr);
+}
+
+TEST(cgatsCopy, noNamesAndNoTables_areEmptyArrays) {
+    const TCgats source;
+    std::int32_t process = -1;
+    std::int32_t spots = -1;
+    std::int32_t count = -1;
+    char** names = nullptr;
+    EXPECT_EQ(source.CopyColorAndFieldInfo(&process, &spots, &count, &names), 0);
+    EXPECT_EQ(process, 0);
+    EXPECT_EQ(spots, 0);
+    EXPECT_EQ(count, 0);
+    delete[] names;
+    count = -1;
+    TCgatsTable** tables = nullptr;
+    EXPECT_EQ(source.CopyTables(&count, &tables, nullptr, 0, nullptr, 0, 0.0), 0);
+    EXPECT_EQ(count, 0);
+    delete[] tables;
+}
+
+TEST(cgatsCopy, copyOfItself_isRefusedAndChangesNothing) {
+    Reading reading(chartText());
+    const auto before = writing(reading.document);
+    reading.document.Init(&reading.document, nullptr, 0, nullptr, 0, 0.0);
+    EXPECT_EQ(reading.document.GetErrorCode(), 1);
+    EXPECT_EQ(writing(reading.document), before);
+    EXPECT_EQ(reading.document.GetNrTables(), 2);
+    EXPECT_EQ(reading.document.GetNrCustomFields(), 1);
+}
+
+TEST(cgatsCopy, documentThatIsNotEmpty_isReplaced) {
+    const Reading source("ORIGINATOR \"x\"\n");
+    Reading target(chartText());
+    target.document.Init(&source.document, nullptr, 0, nullptr, 0, 0.0);
+    EXPECT_EQ(writing(target.document), writing(source.document));
+    EXPECT_EQ(target.document.GetNrTables(), 0);
+    EXPECT_EQ(target.document.GetNrCustomFields(), 0);
+}
+
+TEST(cgatsCopy, channelsWhoseHeaderIsNotConsistent_areTableError13) {
+    const Reading source("PROCESSCOLOR_ID \"a\"\nPROCESSCOLOR_ID \"b\"\n" +
+                         tableText("SAMPLE_ID CMYK_C CMYK_M CMYK_Y CMYK_K PC2_2", 1, "a 1 2 3 4 5"));
+    ASSERT_EQ(source.code, 0);
+    const auto copy = withChannels(source.document, {0, 1, 2});
+    EXPECT_EQ(copy->GetErrorCode(), 0);
+    EXPECT_EQ(errorOf(*copy), 13);
+    EXPECT_EQ(writing(*copy).first, 8);
+}
+
+TEST(cgatsCopy, processColourGivenTwice_isReplacedInBothPlaces) {
+    const Reading source("PROCESSCOLOR_ID \"a\"\nPROCESSCOLOR_ID \"b\"\nNUMBER_OF_FIELDS 3\n" +
+                         tableText("SAMPLE_ID PC2_1 PC2_1", 1, "a 1 2"));
+    ASSERT_EQ(source.code, 0);
+    const auto copy = withChannels(source.document, {0, 0, 0});
+    EXPECT_EQ(fieldsOf(*copy), (Names{"SAMPLE_ID", "CMYK_C", "CMYK_M", "CMYK_Y"}));
+    EXPECT_EQ(valueOf(*copy, kNumberOfFields), "4");
+    EXPECT_EQ(Reading(writing(*copy).second).code, 0);
+}
+
+TEST(cgatsCopy, fieldCountBeyondInt_isNotWrapped) {
+    TCgats source;
+    source.AddTag(kNumberOfFields, "NUMBER_OF_FIELDS", 1, "2147483647", "");
+    EXPECT_EQ(valueOf(*withChannels(source, {0, 1, 2}), kNumberOfFields), "2147483650");
+}
+
+TEST(cgatsCopy, tableThatCannotBeCopied_keepsThePercentFlag) {
+    const Reading source(tableText("SAMPLE_ID nm380", 1, "a 50"));
+    ASSERT_TRUE(source.document.GetTable(0)->IsSpectralPercent());
+    int samples[] = {7};
+    const TCgats copy(&source.document, samples, 1);
+    EXPECT_EQ(errorOf(copy), 10);
+    EXPECT_TRUE(copy.GetTable(0)->IsSpectralPercent());
+}
+
 } // namespace
 } // namespace qxcms::tests

@@ -143,7 +143,6 @@ std::string twoTablesText() {
 }
 
 // ---- Header lines
-
 TEST(cgatsWriter, emptyDocument_isWrittenAsNothing) {
     EXPECT_EQ(writing(TCgats()), (Writing{"", 0}));
 }
@@ -258,7 +257,6 @@ TEST(cgatsWriter, oneTagWithoutKeyword_gives22) {
 }
 
 // ---- The order of a document
-
 TEST(cgatsWriter, documentInTheSpellingOfTheWriter_comesBackToTheByte) {
     const Reading reading(wholeText());
     ASSERT_EQ(reading.code, 0);
@@ -354,7 +352,6 @@ TEST(cgatsWriter, oneSectionMoreThanTables_stopsWith23) {
 }
 
 // ---- Comment blocks
-
 TEST(cgatsWriter, commentBlocks_followTheirLinesInOrderAsStored) {
     const std::string text = "BEGIN_ONE\n  first \"block\"\t# \r\n\n\xFF\x01\nEND_ONE\n"
                              "begin_two\nsecond\nend_two\n"
@@ -416,7 +413,6 @@ TEST(cgatsWriter, tagListFullOfCommentBlocks_isWritten) {
 }
 
 // ---- Field lists
-
 TEST(cgatsWriter, fieldList_isOneLineOfCanonicalNames) {
     const Reading reading("KEYWORD \"Lot\"\n" +
                           tableText("sample_id cmyk_C\nnm380 \"SPECTRAL_390\"\tlOT\nLab_l samplename 6CLR_2",
@@ -441,7 +437,6 @@ TEST(cgatsWriter, tableIndexOutsideTheList_gives23) {
 }
 
 // ---- Samples
-
 TEST(cgatsWriter, everyValue_isFollowedByATab) {
     const Reading reading(tableText("SAMPLE_ID LAB_L LAB_A", 2, "a 1 2 b 3 4"));
     EXPECT_EQ(writingOfTable(reading.document, 0), (Writing{"a\t1\t2\t\nb\t3\t4\t\n", 0}));
@@ -665,7 +660,6 @@ TEST(cgatsWriter, manyRows_areAllWritten) {
 }
 
 // ---- Tables that cannot be written
-
 TEST(cgatsWriter, sampleCountOtherThanDeclared_gives13) {
     for (const int declared : {-1, 0, 1, 3, INT_MAX}) {
         TCgats document;
@@ -1613,6 +1607,115 @@ TEST(cgatsSave, nothing_isReported) {
     EXPECT_EQ(reading.document.SaveAs(folder.path("a.txt").c_str()), 22);
     EXPECT_TRUE(reports.errors.empty());
     EXPECT_TRUE(reports.warnings.empty());
+}
+
+// At its end a stream takes nothing, although it has not failed.
+TEST(cgatsWriter, streamAtItsEnd_gives4) {
+    TCgats document;
+    makeMixed(document);
+    std::ostringstream stream;
+    stream.setstate(std::ios::eofbit);
+    EXPECT_EQ(document.WriteToStream(stream), 4);
+    EXPECT_EQ(document.WriteTag(0, stream), 4);
+    EXPECT_EQ(document.WriteHeader(0, stream), 4);
+    EXPECT_EQ(document.WriteTable(0, stream), 4);
+    EXPECT_EQ(stream.str(), "");
+}
+
+TEST(cgatsSave, nameLikeALogicalOne_isThatFile) {
+    const ScratchFolder folder;
+    const fs::path before = fs::current_path();
+    fs::current_path(folder.path());
+    const int code = Reading("CGATS.17\n").document.SaveAs("lot:[7]a.txt");
+    const int read = TCgats("lot:[7]a.txt").GetErrorCode();
+    fs::current_path(before);
+    EXPECT_EQ(code, 0);
+    EXPECT_EQ(read, 0);
+    EXPECT_EQ(entriesOf(folder), Names{"lot:[7]a.txt"});
+}
+
+// The array grows with every block; a text that just fills it still wants its terminator.
+TEST(cgatsSave, arrayOfAnyLength_holdsTheTerminatedText) {
+    for (const std::size_t length :
+         {16382u, 16383u, 16384u, 16385u, 32766u, 32767u, 32768u, 32769u, 65536u}) {
+        TCgats document;
+        ASSERT_EQ(document.AddTag(-1, std::string(length, 'k').c_str(), 0, "", ""), 0);
+        EXPECT_TRUE(writingToArray(document) == (Writing{std::string(length, 'k') + "\n", 0})) << length;
+    }
+}
+
+TEST(cgatsSave, arrayOfManyRows_isWholeToTheByte) {
+    const std::string rows = repeated("12.5\t-3.25\t\n", 20000);
+    const Reading reading(tableText("LAB_L LAB_A", 20000, rows));
+    ASSERT_EQ(reading.code, 0);
+    EXPECT_TRUE(
+        writingToArray(reading.document) ==
+        (Writing{"BEGIN_DATA_FORMAT\nLAB_L\tLAB_A\nEND_DATA_FORMAT\nNUMBER_OF_SETS\t20000\nBEGIN_DATA\n" +
+                     rows + "END_DATA\n",
+                 0}));
+}
+
+TEST(cgatsSave, noArrayForADocumentInError_isToldByTheDocument) {
+    const Reading reading("CGATS.17\n");
+    EXPECT_EQ(reading.document.WriteToBuffer(nullptr), 2);
+    EXPECT_EQ(reading.document.GetErrorCode(), 0);
+    reading.document.SetErrorCode(3);
+    EXPECT_EQ(reading.document.WriteToBuffer(nullptr), 3);
+}
+
+// A column without values of its own, made behind the table's back.
+TEST(cgatsWriter, fieldWithoutValues_gives12) {
+    TCgats document;
+    addTable(document, {TCgatsField::kFloat}, 1, "7");
+    auto* header = const_cast<TCgatsTableHeader*>(document.GetTable(0)->GetHeader());
+    ASSERT_EQ(header->Append(new TCgatsField(TCgatsField::kFloat, "LAB_DE", 0, TCgatsField::kStandard, 28)),
+              0);
+    ASSERT_EQ(document.AddTag(24, "BEGIN_DATA", 0, "", ""), 0);
+    EXPECT_EQ(writingOfTable(document, 0), (Writing{"", 12}));
+    EXPECT_EQ(writing(document), (Writing{"BEGIN_DATA\n", 12}));
+}
+
+// Memory grows with the numbers that are set: far behind the last one there is none.
+TEST(cgatsWriter, numbersBehindTheLastOneSet_areZero) {
+    constexpr int kRows = 2000;
+    TCgats document;
+    addTable(document, {TCgatsField::kString}, kRows, repeated("a ", kRows));
+    TCgatsTable& table = *document.GetTable(0);
+    std::unique_ptr<TCgatsTableHeader> wider = table.GetHeader()->Copy();
+    ASSERT_NE(wider, nullptr);
+    ASSERT_EQ(wider->Append(new TCgatsField(TCgatsField::kFloat, "LAB_DE", 0, TCgatsField::kStandard, 28)),
+              0);
+    ASSERT_EQ(wider->Classify(), 0);
+    auto numbers = std::make_unique<TCgatsValueListDouble>(kRows);
+    ASSERT_TRUE(numbers->SetNumber(0, 1.5));
+    std::vector<std::unique_ptr<TCgatsValueList>> added;
+    added.push_back(std::move(numbers));
+    ASSERT_EQ(table.Widen(std::move(wider), std::move(added)), 0);
+    const Writing result = writingOfTable(document, 0);
+    EXPECT_EQ(result.code, 0);
+    EXPECT_TRUE(result.text == "a\t1.5\t\n" + repeated("a\t0\t\n", kRows - 1));
+}
+
+// The code of a document comes before that of a stream that takes nothing.
+TEST(cgatsWriter, streamThatStopsUnderAFailingDocument_givesTheCodeOfTheDocument) {
+    const Reading reading("# note\n");
+    std::ostream stream(nullptr);
+    EXPECT_EQ(reading.document.WriteToStream(stream), 22);
+    EXPECT_EQ(reading.document.WriteTag(5, stream), 21);
+    EXPECT_EQ(reading.document.WriteTable(0, stream), 23);
+}
+
+TEST(cgatsWriter, tagGivenItsOwnText_keepsIt) {
+    Reading reading("ORIGINATOR \"a long name of the originator\" # c\n");
+    TCgats& document = reading.document;
+    ASSERT_EQ(document.ChangeTagValue(0, document.GetOriginator() + 2), 0);
+    ASSERT_EQ(document.SetOriginator(document.GetOriginator() + 5), 0);
+    const TCgatsTag& tag = *document.GetTagAt(0);
+    ASSERT_EQ(document.AddTag(-1, tag.GetKeyword(), 1, tag.GetValue(), tag.GetComment()), 0);
+    ASSERT_EQ(document.InsertTag(0, tag.GetKeyword(), 0, tag.GetValue(), "", 0, true), 0);
+    EXPECT_EQ(writing(document), (Writing{"ORIGINATOR\t\"name of the originator\"\n"
+                                          "ORIGINATOR\tname of the originator\t#  c\n",
+                                          0}));
 }
 
 } // namespace

@@ -634,5 +634,22 @@ TEST(chartLayout, documentFromArrays_leavesAbsentItemsOut) {
         EXPECT_EQ(document.FindTag(code), -1) << code;
 }
 
+TEST(chartLayout, infiniteSizes_areWrittenByName) {
+    TCgats document;
+    const double infinite = std::numeric_limits<double>::infinity();
+    ASSERT_EQ(document.AddLayoutInfo(0, 0, 0, false, infinite, -infinite, infinite, -infinite, 0, -1, -1, 0),
+              0);
+    EXPECT_EQ(written(document), "PATCH_HEIGHT\tinf\nGAP_SIZE_Y\tinf\n");
+    EXPECT_EQ(document.GetPatchHeight(), infinite);
+}
+
+// Kept apart from "not there": a gap below the last digit is a gap.
+TEST(chartLayout, gapBelowTheLastDigit_isZeroAndThere) {
+    TCgats document;
+    ASSERT_EQ(document.AddLayoutInfo(0, 0, 0, false, 0.0, 0.0, 4e-6, 5.1e-6, 0, -1, -1, 0), 0);
+    EXPECT_EQ(written(document), "GAP_SIZE_X\t0.00001\nGAP_SIZE_Y\t0.00000\n");
+    EXPECT_EQ(document.GetGapSizeY(), 0.0);
+}
+
 } // namespace
 } // namespace qxcms::tests

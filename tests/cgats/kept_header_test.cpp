@@ -107,5 +107,78 @@ TEST(readFromFile, keywordTooLong_isAnsweredAndRecorded) {
     EXPECT_STREQ(document.GetErrorMessage(), "");
 }
 
+TEST(keptHeader, samplesDeclaredAndNotStored_cannotBeChosen) {
+    KeptHeader kept;
+    kept.header->SetNrSamples(9);
+    int stored[] = {1};
+    EXPECT_EQ(TCgats(&kept.document, stored, 1).GetTable(0)->GetTableError(), 0);
+    int missing[] = {2};
+    EXPECT_EQ(TCgats(&kept.document, missing, 1).GetTable(0)->GetTableError(), 10);
+    const TCgats whole(&kept.document); // as incomplete as its source
+    EXPECT_EQ(whole.GetTable(0)->GetTableError(), 0);
+    EXPECT_EQ(whole.GetNrSamples(0), 9);
+    EXPECT_EQ(whole.GetTable(0)->GetNrRowsStored(), 2);
+}
+
+TEST(keptHeader, headerHandedOver_leavesTheTableUnfit) {
+    KeptHeader kept;
+    const std::unique_ptr<TCgatsTableHeader> owned(kept.document.GetTable(0)->ReleaseHeader());
+    const double row[] = {1, 2, 3};
+    const double* const rows[] = {row, row};
+    EXPECT_EQ(kept.document.AddLab(0, rows), 1);
+    EXPECT_EQ(kept.document.AddInkBookNames(0, {"a", "b"}), 1);
+    const TCgats copy(&kept.document);
+    EXPECT_EQ(copy.GetErrorCode(), 0);
+    EXPECT_EQ(copy.GetTable(0)->GetTableError(), 3);
+}
+
+TEST(keptHeader, widening_refusesWhatDoesNotFit) {
+    KeptHeader kept;
+    TCgatsTable& table = *kept.document.GetTable(0);
+    const auto widened = [&](int more, bool classified, bool list) {
+        auto wider = table.GetHeader()->Copy();
+        for (int i = 0; i < more; ++i)
+            wider->Append(new TCgatsField(TCgatsField::kFloat, "D_VIS", 0, TCgatsField::kStandard, 0));
+        if (classified) {
+            EXPECT_EQ(wider->Classify(), 0);
+        }
+        std::vector<std::unique_ptr<TCgatsValueList>> added;
+        added.push_back(list ? std::make_unique<TCgatsValueListDouble>(2) : nullptr);
+        return table.Widen(std::move(wider), std::move(added));
+    };
+    EXPECT_EQ(table.Widen(nullptr, {}), 10);
+    EXPECT_EQ(widened(0, true, true), 10);
+    EXPECT_EQ(widened(2, true, true), 10);
+    EXPECT_EQ(widened(1, false, true), 10);
+    EXPECT_EQ(widened(1, true, false), 10);
+    EXPECT_EQ(table.GetHeader(), kept.header);
+    EXPECT_TRUE(table.HasValuesOfAllColumns());
+    EXPECT_EQ(widened(1, true, true), 0);
+    EXPECT_EQ(table.GetHeader()->GetNrFields(), 4);
+}
+
+TEST(keptHeader, fewerSamplesDeclaredThanStored_areCopiedAsDeclared) {
+    KeptHeader kept;
+    kept.header->SetNrSamples(1);
+    const TCgats copy(&kept.document);
+    EXPECT_EQ(copy.GetErrorCode(), 0);
+    ASSERT_EQ(copy.GetNrTables(), 1);
+    EXPECT_EQ(copy.GetNrSamples(0), 1);
+}
+
+TEST(keptHeader, noSamplesDeclared_leaveCielabAsItIs) {
+    KeptHeader kept;
+    const double row[] = {7, 8, 9};
+    const double* const rows[] = {row, row};
+    for (const int samples : {0, -1}) {
+        kept.header->SetNrSamples(samples);
+        EXPECT_EQ(kept.document.AddLab(0, rows), 0);
+    }
+    kept.header->SetNrSamples(2);
+    double lab[3];
+    EXPECT_EQ(kept.document.GetLab(0, 1, lab), 0);
+    EXPECT_EQ(lab[0], 4.0);
+}
+
 } // namespace
 } // namespace qxcms::tests
