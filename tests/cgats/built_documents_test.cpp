@@ -597,5 +597,27 @@ TEST(cgatsBuilder, namesBeyondTheTagList_areNotCounted) {
     EXPECT_EQ(document.GetNrSpotIdTags(), 127); // as many as there are behind the first line
 }
 
+TEST(addLab, oneSample_isEnough) {
+    Reading reading(tableText("SAMPLE_ID", 1, "a"));
+    ASSERT_EQ(reading.code, 0);
+    const double first[] = {50.0, 1.0, -1.0};
+    const double second[] = {60.0, 2.0, -2.0};
+    const double* rows[] = {first};
+    EXPECT_EQ(reading.document.AddLab(0, rows), 0);
+    rows[0] = second;
+    EXPECT_EQ(reading.document.AddLab(0, rows), 0);
+    double lab[3] = {};
+    EXPECT_EQ(reading.document.GetLab(0, 0, lab), 0);
+    EXPECT_EQ(lab[0], 60.0);
+}
+
+TEST(inkBookNames, declaredFirst_areNotDeclaredTwice) {
+    Reading reading("KEYWORD \"InkBook\"\n" + tableText("SAMPLE_ID", 1, "a"));
+    ASSERT_EQ(reading.code, 0);
+    EXPECT_EQ(reading.document.AddInkBookNames(0, {"ink"}), 0);
+    EXPECT_EQ(reading.document.GetNrCustomFields(), 1);
+    EXPECT_EQ(reading.document.GetTable(0)->GetHeader()->GetField(1)->GetFieldId(), 0);
+}
+
 } // namespace
 } // namespace qxcms::tests

@@ -873,5 +873,22 @@ TEST(cgatsCopy, tableThatCannotBeCopied_keepsThePercentFlag) {
     EXPECT_TRUE(copy.GetTable(0)->IsSpectralPercent());
 }
 
+TEST(cgatsCopy, oneProcessColour_isReplaced) {
+    const Reading source("PROCESSCOLOR_ID \"a\"\n" + tableText("SAMPLE_ID PC1_1", 1, "a 7"));
+    ASSERT_EQ(source.code, 0);
+    const auto copy = withChannels(source.document, {0, 0, 0});
+    EXPECT_EQ(errorOf(*copy), 0);
+    EXPECT_EQ(fieldsOf(*copy), (Names{"SAMPLE_ID", "CMYK_C", "CMYK_M", "CMYK_Y"}));
+}
+
+TEST(cgatsCopy, sampleCountInTheFirstLine_isChanged) {
+    const Reading source(
+        "NUMBER_OF_SETS 2\nBEGIN_DATA_FORMAT\nSAMPLE_ID\nEND_DATA_FORMAT\nBEGIN_DATA\na\nb\nEND_DATA\n");
+    ASSERT_EQ(source.code, 0);
+    int samples[] = {1};
+    const TCgats copy(&source.document, samples, 1);
+    EXPECT_STREQ(copy.GetTagAt(0)->GetValue(), "1");
+}
+
 } // namespace
 } // namespace qxcms::tests

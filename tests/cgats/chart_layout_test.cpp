@@ -651,5 +651,11 @@ TEST(chartLayout, gapBelowTheLastDigit_isZeroAndThere) {
     EXPECT_EQ(document.GetGapSizeY(), 0.0);
 }
 
+TEST(chartLayout, smallPatches_areWritten) {
+    TCgats document;
+    ASSERT_EQ(document.AddLayoutInfo(0, 0, 0, false, 0.05, 0.07, -1.0, -1.0, 0, -1, -1, 0), 0);
+    EXPECT_EQ(written(document), "PATCH_HEIGHT\t0.05000\nPATCH_WIDTH\t0.07000\n");
+}
+
 } // namespace
 } // namespace qxcms::tests

@@ -133,7 +133,7 @@ TEST_F(documentOutput, layoutWithoutMemory_isLeftOut) {
     forEveryFailingAllocation([](AllocationFaults& faults) {
         TCgats document;
         faults.arm();
-        EXPECT_EQ(document.AddLayoutInfo(12, 2, 3, true, 1.0, 2.0, 3.0, 4.0, 5, 6, 7, 8), 0);
+        EXPECT_EQ(document.AddLayoutInfo(12, 2, 3, true, 1e200, 2.0, 3.0, 4.0, 5, 6, 7, 8), 0);
         faults.disarm();
         EXPECT_EQ(document.AddLayoutInfo(12, 2, 3, true, 1.0, 2.0, 3.0, 4.0, 5, 6, 7, 8), 0);
         EXPECT_EQ(document.GetNrTags(), 13);

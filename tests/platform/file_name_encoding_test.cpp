@@ -30,7 +30,8 @@ TEST(fileNameEncoding, otherBytes_areRefusedWithAnEmptyName) {
     std::string out;
     for (const std::string name :
          {"\xFF", "\x80", "\xC3", "\xC3(", "\xC0\x80", "\xC1\xBF", "\xE0\x9F\xBF", "\xE4\xB8", "\xED\xA0\x80",
-          "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xF0\x9F\x8E",
+          "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xF0\x9F\x8E", "\xE4\xB8\xAD\xFF",
+          "\xF0\x9F\x8E\xA8\xFF",
           "a\xE4"
           "b"}) {
         EXPECT_NE(converted(name, out), 0) << name;
@@ -44,6 +45,7 @@ TEST(fileNameEncoding, name_mustFitWithItsTerminator) {
     EXPECT_EQ(out, "abc");
     EXPECT_NE(converted("abc", out, 3), 0);
     EXPECT_EQ(out, "");
+    EXPECT_EQ(converted("", out, 1), 0);
 }
 
 TEST(fileNameEncoding, withoutRoomOrName_nothingIsConverted) {
