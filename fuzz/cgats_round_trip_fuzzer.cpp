@@ -33,7 +33,18 @@ bool stringsComeBack(const TCgatsTable& table) {
     return true;
 }
 
-// Comments gain a blank each time, a full list has lost lines, and some strings cannot be read back.
+// The reader drops a quote at the end of a name.
+bool namesComeBack(const TCgatsTableHeader& header) {
+    for (int column = 0; column < header.GetNrFields(); ++column) {
+        const std::string name = header.GetField(column)->GetName();
+        if (name.back() == '"')
+            return false;
+    }
+    return true;
+}
+
+// Comments gain a blank each time, a full list has lost lines, and some names and strings cannot be read
+// back.
 bool allComesBack(const TCgats& document) {
     if (document.GetNrTags() >= TCgats::kMaxTags)
         return false;
@@ -41,7 +52,7 @@ bool allComesBack(const TCgats& document) {
         if (*document.GetTagAt(i)->GetComment() != '\0')
             return false;
     for (int i = 0; i < document.GetNrTables(); ++i)
-        if (!stringsComeBack(*document.GetTable(i)))
+        if (!namesComeBack(*document.GetTable(i)->GetHeader()) || !stringsComeBack(*document.GetTable(i)))
             return false;
     return true;
 }
