@@ -7,6 +7,7 @@
 #include "cgats/cgats_diagnostics.h"
 #include "cgats/tcgats.h"
 #include "cgats/tcgatsfield.h"
+#include "cgats/tcgatsnormalizer.h"
 #include "cgats/tcgatstable.h"
 #include "cgats/tcgatstableheader.h"
 #include "cgats/tcgatstag.h"

@@ -103,14 +103,25 @@ add_library(qxcms_objects OBJECT
     cgats/cgats_writer.cpp
     cgats/chart_layout.cpp
     cgats/chart_rows.cpp
+    cgats/decimal_text.cpp
+    cgats/document_outline.cpp
     cgats/field_classification.cpp
+    cgats/format_repairs.cpp
+    cgats/header_repairs.cpp
     cgats/name_index.cpp
+    cgats/row_repairs.cpp
+    cgats/row_scan.cpp
+    cgats/scale_repairs.cpp
+    cgats/spectral_name.cpp
     cgats/tcgats.cpp
     cgats/tcgatsfield.cpp
     cgats/tcgatstable.cpp
     cgats/tcgatstableheader.cpp
     cgats/tcgatstag.cpp
-    cgats/tcgatsvaluelist.cpp)
+    cgats/tcgatsnormalizer.cpp
+    cgats/tcgatsvaluelist.cpp
+    cgats/text_edits.cpp
+    cgats/text_encoding.cpp)
 qxcms_library_properties(qxcms_objects)
 target_include_directories(qxcms_objects PUBLIC ${PROJECT_SOURCE_DIR})
 target_link_libraries(qxcms_objects PRIVATE qxcms_library_flags)

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "cgats/cgats_diagnostics.h"
+#include "cgats/tcgatsnormalizer.h"
 #include "cgats/tcgatsvaluelist.h"
 #include "platform/default/host.h"
 #include "platform/object_factory.h"
@@ -68,6 +69,9 @@ static_assert(offsetof(TCgatsDoubtfulValue, table) == 0);
 static_assert(offsetof(TCgatsDoubtfulValue, row) == 4);
 static_assert(offsetof(TCgatsDoubtfulValue, column) == 8);
 static_assert(offsetof(TCgatsDoubtfulValue, text) == 16);
+
+static_assert(sizeof(TCgatsLiberty) == 80 && sizeof(TCgatsRefusal) == 80);
+static_assert(sizeof(TCgatsNormalizer) == 40);
 
 static_assert(std::is_abstract_v<TCgatsDiagnosticSink> && sizeof(TCgatsDiagnosticSink) == 8,
               "no data member");

@@ -1,0 +1,281 @@
+#include "cgats/document_outline.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "cgats/cgats_vocabulary.h"
+#include "cgats/row_scan.h"
+#include "platform/utility.h"
+
+namespace qxcms::detail {
+
+namespace {
+
+constexpr int kStructure[] = {kNumberOfFields, kBeginDataFormat, kEndDataFormat, kProcessColorId, kSpotId,
+                              kNumberOfSets,   kBeginData,       kEndData,       kKeyword};
+// What begins behind the samples where END_DATA is missing.
+constexpr int kOpening[] = {kNumberOfFields, kBeginDataFormat, kNumberOfSets, kBeginData, kKeyword};
+
+constexpr std::size_t kLongestWord = 32;
+
+bool equalsIgnoringCase(std::string_view a, const char* b) {
+    return std::string_view(b).size() == a.size() && strncmp_ci(a.data(), b, static_cast<int>(a.size())) == 0;
+}
+
+int wordOf(std::string_view keyword, bool ignoreCase) {
+    if (keyword.size() > kLongestWord)
+        return -1;
+    for (const int code : kStructure)
+        if (keyword == kKeywords[code] || (ignoreCase && equalsIgnoringCase(keyword, kKeywords[code])))
+            return code;
+    return -1;
+}
+
+bool opensBlock(std::string_view keyword) {
+    return keyword.size() >= kBlockStartLength &&
+           strncmp_ci(keyword.data(), kBlockStart, kBlockStartLength) == 0;
+}
+
+class Outliner {
+public:
+    Outliner(std::string_view what, bool anyCase) : text(what), ignoreCase(anyCase) {}
+
+    DocumentOutline run() {
+        while (at < text.size())
+            takeLine();
+        outline.hasNul = outline.hasNul || hasNul({behindRows, text.size()});
+        return std::move(outline);
+    }
+
+private:
+    std::size_t lineEndFrom(std::size_t position) const {
+        return std::min(text.find_first_of("\r\n", position), text.size());
+    }
+
+    std::size_t behindLineEnd(std::size_t end) const {
+        if (end < text.size() && text[end] == '\r' && end + 1 < text.size() && text[end + 1] == '\n')
+            return end + 2;
+        return std::min(end + 1, text.size());
+    }
+
+    OutlineLine lineAt(std::size_t first) const {
+        OutlineLine line{};
+        line.line = {first, lineEndFrom(first)};
+        line.next = behindLineEnd(line.line.last);
+        const std::size_t position = withoutBlanks(text, line.line).first;
+        line.keyword = {position, findIn(text, {position, line.line.last}, " \t#")};
+        const std::size_t hash = findIn(text, {line.keyword.last, line.line.last}, "#");
+        line.hasComment = hash < line.line.last;
+        line.value = withoutBlanks(text, {line.keyword.last, hash});
+        line.comment = {line.hasComment ? hash + 1 : hash, line.line.last};
+        line.word = wordOf(line.keyword.of(text), ignoreCase);
+        line.part = part;
+        return line;
+    }
+
+    void takeLine() {
+        const OutlineLine line = lineAt(at);
+        at = line.next;
+        if (withoutBlanks(text, line.line).empty())
+            return;
+        const int index = add(line);
+        switch (line.word) {
+        case kNumberOfFields:
+            table.fieldsLine = index;
+            break;
+        case kNumberOfSets:
+            table.setsLine = index;
+            break;
+        case kBeginDataFormat:
+            table.formatLine = index;
+            takeFormat(line);
+            break;
+        case kEndDataFormat:
+            table.formatEndLine = index;
+            break;
+        case kBeginData:
+            table.dataLine = index;
+            takeRows(line);
+            break;
+        default:
+            if (opensBlock(line.keyword.of(text)))
+                takeBlock(index);
+        }
+    }
+
+    int add(const OutlineLine& line) {
+        outline.lines.push_back(line);
+        return static_cast<int>(outline.lines.size()) - 1;
+    }
+
+    // Up to the line of END_DATA_FORMAT. Where that is missing, the samples, their number or the end of the
+    // text end the names.
+    void takeFormat(const OutlineLine& opening) {
+        table.names.clear();
+        table.nameLines.clear();
+        std::size_t first = opening.value.empty() ? opening.next : opening.value.first;
+        for (; first < text.size(); first = at) {
+            const Span line{first, lineEndFrom(first)};
+            const Span names{line.first, findIn(text, line, "#")};
+            at = behindLineEnd(line.last);
+            if (names.last < line.last)
+                table.formatRemarks.push_back({names.last + 1, line.last});
+            const std::size_t end = takeNames(names);
+            if (end < line.last) {
+                at = end;
+                if (names.last < line.last)
+                    table.formatRemarks.pop_back();
+                return;
+            }
+        }
+    }
+
+    // @return where the word that ends the names begins; the largest position when there is none.
+    std::size_t takeNames(Span names) {
+        const Span trimmed = withoutBlanks(text, names);
+        for (std::size_t first = trimmed.first; first < trimmed.last;) {
+            const std::size_t last = findIn(text, {first, trimmed.last}, " \t");
+            const Span token{first, last};
+            const int word = wordOf(token.of(text), true);
+            if (word == kEndDataFormat ||
+                (first == trimmed.first && (word == kBeginData || word == kNumberOfSets))) {
+                if (first > trimmed.first)
+                    table.nameLines.push_back(withoutBlanks(text, {trimmed.first, first}));
+                return first;
+            }
+            addName(token);
+            first = last;
+            while (first < trimmed.last && isBlank(text[first]))
+                ++first;
+        }
+        if (!trimmed.empty())
+            table.nameLines.push_back(trimmed);
+        return text.size() + 1;
+    }
+
+    void addName(Span token) {
+        while (!token.empty() && text[token.first] == '"')
+            ++token.first;
+        if (!token.empty() && text[token.last - 1] == '"')
+            --token.last;
+        if (!token.empty())
+            table.names.push_back(token);
+    }
+
+    bool hasNul(Span stretch) const { return stretch.of(text).find('\0') != std::string_view::npos; }
+
+    void takeRows(const OutlineLine& opening) {
+        std::size_t first = opening.value.empty() ? opening.next : opening.value.first;
+        outline.hasNul = outline.hasNul || hasNul({behindRows, first});
+        int end = -1;
+        while (first < text.size()) {
+            if (text[first] != '\r' && text[first] != '\n') {
+                if (mayEndRows(first) && endsRows(first, end))
+                    break;
+                const OutlineRow row = scanRow(text, first);
+                if (row.values > 0)
+                    addRow(row);
+                first = row.line.last;
+            }
+            ++first;
+        }
+        table.dataEnd = std::min(first, text.size());
+        behindRows = table.dataEnd;
+        ++part;
+        at = table.dataEnd;
+        if (end >= 0) {
+            OutlineLine line = lineAt(at);
+            line.word = kEndData;
+            table.endLine = add(line);
+            at = line.next;
+        }
+        outline.tables.push_back(std::move(table));
+        table = OutlineTable();
+    }
+
+    // The first row tells how many there may be.
+    void addRow(const OutlineRow& row) {
+        outline.hasNul = outline.hasNul || row.hasNul;
+        if (table.rows.empty())
+            table.rows.reserve((text.size() - row.line.first) / (row.line.length() + 1) + 1);
+        table.rows.push_back(row);
+    }
+
+    bool mayEndRows(std::size_t first) const {
+        const char c = text[first];
+        const char next = first + 1 < text.size() ? text[first + 1] : '\0';
+        // What can be one of the words that end the samples, or END_DATA with a wrong first letter.
+        return (c >= 'A' && std::string_view("EeBbNnKk").find(c) != std::string_view::npos) || isBlank(c) ||
+               next == 'N';
+    }
+
+    // Tells of a line that is no row. @param end becomes the code of END_DATA where it is that.
+    bool endsRows(std::size_t first, int& end) const {
+        const OutlineLine line = lineAt(first);
+        const std::string_view word = line.keyword.of(text);
+        if (word.empty() || word.size() > kLongestWord)
+            return false;
+        const int code = wordOf(word, true);
+        const bool alone = line.value.empty();
+        if (code == kEndData || (alone && differByOneLetter(word, kKeywords[kEndData]))) {
+            end = kEndData;
+            return true;
+        }
+        return std::find(std::begin(kOpening), std::end(kOpening), code) != std::end(kOpening);
+    }
+
+    void takeBlock(int index) {
+        const OutlineLine& line = outline.lines[static_cast<std::size_t>(index)];
+        const std::string terminator = "END_" + std::string(line.keyword.of(text).substr(kBlockStartLength));
+        const auto endsAt = [&](std::size_t first) {
+            return text.size() - first >= terminator.size() &&
+                   strncmp_ci(text.data() + first, terminator.c_str(), static_cast<int>(terminator.size())) ==
+                       0;
+        };
+        if (line.next < text.size() && endsAt(line.next)) {
+            if (line.next - line.line.last == 1)
+                outline.emptyBlocks.push_back(index);
+            return;
+        }
+        for (std::size_t p = line.next; p < text.size(); ++p)
+            if (isLineEnd(text[p]) && p + 1 <= text.size() && endsAt(p + 1)) {
+                at = p + 1;
+                return;
+            }
+        // The reader goes no further.
+        at = text.size();
+    }
+
+    const std::string_view text;
+    const bool ignoreCase;
+    std::size_t at = 0;
+    int part = 0;
+    std::size_t behindRows = 0; // of the table before
+    OutlineTable table;
+    DocumentOutline outline;
+};
+
+} // namespace
+
+DocumentOutline outlineOf(std::string_view text) {
+    DocumentOutline exact = Outliner(text, false).run();
+    if (!exact.tables.empty())
+        return exact;
+    DocumentOutline wide = Outliner(text, true).run();
+    return wide.tables.empty() ? exact : wide;
+}
+
+bool differByOneLetter(std::string_view a, std::string_view b) noexcept {
+    if (a.size() > b.size())
+        std::swap(a, b);
+    if (b.size() - a.size() > 1)
+        return false;
+    std::size_t i = 0;
+    while (i < a.size() && a[i] == b[i])
+        ++i;
+    const std::string_view rest = b.substr(i + (i < b.size() ? 1 : 0));
+    return a.size() == b.size() ? a.substr(std::min(i + 1, a.size())) == rest : a.substr(i) == rest;
+}
+
+} // namespace qxcms::detail

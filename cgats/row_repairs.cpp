@@ -1,0 +1,359 @@
+// Samples and their number.
+#include <algorithm>
+#include <optional>
+#include <string>
+
+#include "base/number_text.h"
+#include "cgats/cgats_vocabulary.h"
+#include "cgats/decimal_text.h"
+#include "cgats/document_repairs.h"
+#include "cgats/row_scan.h"
+
+namespace qxcms::detail {
+
+namespace {
+
+using Kind = TCgatsLiberty::Kind;
+
+constexpr int kSampleCountMismatchCode = 13;
+constexpr int kNoSamplesCode = 15;
+
+/// What a line of samples needs to be one row.
+struct RowChange {
+    Kind kind;
+    Span token;
+    Span what;
+    std::string by;
+    std::string done;
+};
+
+/// The samples of one table on their way into form.
+class RowRepair {
+public:
+    RowRepair(Repairs& shared, const OutlineTable& which, TableForm& known)
+        : repairs(shared), draft(shared.draft), table(which), form(known), width(known.columns.size()) {}
+
+    void run() {
+        if (table.rows.empty()) {
+            draft.refuse(kNoSamplesCode, repairs.line(table.dataLine).keyword,
+                         "samples between BEGIN_DATA and END_DATA");
+            return;
+        }
+        form.reading = takeRows();
+        if (form.reading == RowReading::kNone)
+            return;
+        repairNumbers();
+        repairSampleCount();
+    }
+
+private:
+    RowReading takeRows() {
+        if (rowsFit())
+            return RowReading::kLines;
+        if (takeTabs())
+            return RowReading::kTabs;
+        if (takeLines())
+            return RowReading::kLines;
+        return takeWrappedRows() ? RowReading::kWrapped : RowReading::kNone;
+    }
+
+    bool fits(const OutlineRow& row) const { return row.values == static_cast<int>(width) && !row.openQuote; }
+
+    bool rowsFit() {
+        rowCount = table.rows.size();
+        return std::all_of(table.rows.begin(), table.rows.end(),
+                           [&](const OutlineRow& row) { return fits(row); });
+    }
+
+    bool isTextColumn(std::size_t column) const { return form.columns[column].isText; }
+
+    // Rows whose cells stand between TABs.
+
+    bool takeTabs() {
+        std::vector<RowChange> changes;
+        const auto take = [&](const OutlineRow& row) { return takeTabRow(row, changes); };
+        if (!std::all_of(table.rows.begin(), table.rows.end(), take))
+            return false;
+        apply(changes);
+        return true;
+    }
+
+    bool takeTabRow(const OutlineRow& row, std::vector<RowChange>& changes) const {
+        std::vector<Cell> cells = cellsBetweenTabs(draft.text, row.line);
+        while (cells.size() > width && cells.back().whole.empty())
+            cells.pop_back();
+        if (cells.size() != width)
+            return false;
+        for (std::size_t i = 0; i < width; ++i)
+            if (!takeCell(cells[i], isTextColumn(i), changes))
+                return false;
+        return true;
+    }
+
+    bool takeCell(const Cell& cell, bool isText, std::vector<RowChange>& changes) const {
+        const std::string_view inner = cell.inner.of(draft.text);
+        if (cell.whole.empty()) {
+            changes.push_back({Kind::kEmptyCell, cell.whole, cell.whole, "\"\"",
+                               "a pair of quotes put between two TABs that have nothing between them"});
+        } else if (inner.find('"') != std::string_view::npos) {
+            changes.push_back(quotesWithin(cell, inner));
+        } else if (cell.quoted && !cell.closed) {
+            changes.push_back(
+                {Kind::kQuoteClosed,
+                 cell.whole,
+                 {cell.whole.last, cell.whole.last},
+                 "\"",
+                 "the quote that opens " + draft.quoted(cell.inner) + " closed before the TAB"});
+        } else if (!isText && inner.find_first_of(" ,") != std::string_view::npos) {
+            const bool hasBlank = inner.find(' ') != std::string_view::npos;
+            return takeNumber(cell, changes) || cell.quoted || !hasBlank;
+        } else if (!cell.quoted && inner.find(' ') != std::string_view::npos) {
+            changes.push_back({Kind::kCellQuoted, cell.whole, cell.whole, '"' + std::string(inner) + '"',
+                               "quotes put around " + draft.quoted(cell.whole) + ", which holds blanks"});
+        }
+        return true;
+    }
+
+    RowChange quotesWithin(const Cell& cell, std::string_view inner) const {
+        std::string proper;
+        for (std::size_t i = 0; i < inner.size(); ++i) {
+            const bool isDoubled = inner[i] == '"' && i + 1 < inner.size() && inner[i + 1] == '"';
+            proper += inner[i] == '"' ? '\'' : inner[i];
+            i += isDoubled ? 1 : 0;
+        }
+        return {Kind::kDoubledQuotes, cell.whole, cell.whole, '"' + proper + '"',
+                "the double quotes within " + std::string(cell.whole.of(draft.text)) + " made apostrophes"};
+    }
+
+    // Rows that are mended each on its own.
+
+    bool takeLines() {
+        std::vector<RowChange> changes;
+        std::vector<Span> remarks;
+        std::size_t count = 0;
+        for (const OutlineRow& row : table.rows) {
+            if (fits(row)) {
+                ++count;
+                continue;
+            }
+            if (takeRemark(row, remarks))
+                continue;
+            if (!takeTrailingRemark(row, remarks) && !takeDoubledQuotes(row, changes) &&
+                !takeOpenQuote(row, changes))
+                return false;
+            ++count;
+        }
+        rowCount = count;
+        if (count == 0)
+            return false;
+        apply(changes);
+        for (const Span& remark : remarks)
+            moveRemark(remark);
+        return true;
+    }
+
+    bool takeRemark(const OutlineRow& row, std::vector<Span>& remarks) const {
+        const Span words = withoutBlanks(draft.text, row.line);
+        if (draft.text[words.first] != '#')
+            return false;
+        remarks.push_back({words.first, row.line.last});
+        return true;
+    }
+
+    bool takeTrailingRemark(const OutlineRow& row, std::vector<Span>& remarks) const {
+        const std::vector<Cell> cells = cellsOf(draft.text, row.line);
+        if (cells.size() <= width || cells[width].quoted || draft.text[cells[width].whole.first] != '#')
+            return false;
+        remarks.push_back({cells[width].whole.first, row.line.last});
+        return true;
+    }
+
+    bool takeDoubledQuotes(const OutlineRow& row, std::vector<RowChange>& changes) const {
+        const std::vector<Cell> cells = cellsWithDoubledQuotes(draft.text, row.line);
+        if (!row.special || cells.size() != width || !cells.back().closed)
+            return false;
+        for (const Cell& cell : cells)
+            if (cell.quoted && cell.inner.of(draft.text).find('"') != std::string_view::npos)
+                changes.push_back(quotesWithin(cell, cell.inner.of(draft.text)));
+        return true;
+    }
+
+    bool takeOpenQuote(const OutlineRow& row, std::vector<RowChange>& changes) const {
+        if (!row.openQuote || row.values != static_cast<int>(width))
+            return false;
+        const Span words = withoutBlanks(draft.text, row.line);
+        const Span token = cellsOf(draft.text, row.line).back().whole;
+        changes.push_back({Kind::kQuoteClosed,
+                           token,
+                           {words.last, words.last},
+                           "\"",
+                           "the quote that never closes closed at the line end"});
+        return true;
+    }
+
+    void moveRemark(Span remark) {
+        const Span words{remark.first + 1, remark.last};
+        draft.edits.remove(remark);
+        const int part = repairs.line(table.dataLine).part + 1;
+        if (!withoutBlanks(draft.text, words).empty())
+            repairs.comments.push_back({words, std::string(words.of(draft.text)), part, table.dataEnd});
+        else
+            draft.took(Kind::kCommentDropped, remark, "an empty comment among the samples left out");
+    }
+
+    // Rows over several lines: every one of them begins on a line of its own.
+
+    // Another number than the declared one would allow another reading.
+    bool takeWrappedRows() {
+        const std::optional<std::size_t> rows = wrappedRows(table.rows, width);
+        if (rows && declaredRows() == rows) {
+            rowCount = *rows;
+            return true;
+        }
+        refuse();
+        return false;
+    }
+
+    std::optional<std::size_t> declaredRows() const {
+        if (table.setsLine < 0)
+            return std::nullopt;
+        const std::string declared = valueOf(draft, repairs.line(table.setsLine));
+        return static_cast<std::size_t>(std::max(textToInt(declared.c_str()), 0));
+    }
+
+    void refuse() {
+        const auto row = std::find_if(table.rows.begin(), table.rows.end(),
+                                      [&](const OutlineRow& line) { return !fits(line); });
+        const std::string columns = std::to_string(width);
+        draft.refuse(kSampleCountMismatchCode, withoutBlanks(draft.text, row->line),
+                     columns + " values, one for each column; the line has " + std::to_string(row->values) +
+                         (row->openQuote ? ", the last with a quote that does not close" : ""));
+    }
+
+    // Numbers that the reader would not understand as a whole.
+
+    void repairNumbers() {
+        std::vector<RowChange> changes;
+        for (const OutlineRow& row : table.rows) {
+            if (!row.special || !fits(row) || form.reading != RowReading::kLines)
+                continue;
+            const std::vector<Cell> cells = cellsOf(draft.text, row.line);
+            for (std::size_t i = 0; i < width; ++i)
+                if (!isTextColumn(i))
+                    takeNumber(cells[i], changes);
+        }
+        apply(changes);
+    }
+
+    // @return whether there is a plain way to write the number.
+    bool takeNumber(const Cell& cell, std::vector<RowChange>& changes) const {
+        const std::string_view inner = cell.inner.of(draft.text);
+        if (inner.find_first_of(", ") == std::string_view::npos)
+            return false;
+        std::string plain;
+        if (!isDecimalNumber(inner)) {
+            plain = withoutThousands(inner);
+        } else if (cell.quoted) {
+            plain = std::string(inner);
+            std::replace(plain.begin(), plain.end(), ',', '.');
+        }
+        if (plain.empty())
+            return false;
+        changes.push_back({Kind::kNumberSpelling, cell.whole, cell.whole, plain,
+                           "the number " + std::string(inner) + " written " + plain});
+        return true;
+    }
+
+    void apply(const std::vector<RowChange>& changes) {
+        for (const RowChange& change : changes) {
+            draft.edits.replace(change.what, change.by);
+            draft.took(change.kind, change.token, change.done);
+        }
+    }
+
+    // Their number.
+
+    void repairSampleCount() {
+        const std::string found = std::to_string(rowCount);
+        const std::string words = std::string(kKeywords[kNumberOfSets]) + ' ' + found;
+        const OutlineLine& data = repairs.line(table.dataLine);
+        if (table.setsLine < 0) {
+            repairs.putLine(data.line.first, words);
+            draft.took(Kind::kSampleCount, {data.line.first, data.line.first},
+                       "the line " + words + " put in, with the number of samples found");
+            repairEnd();
+            return;
+        }
+        const OutlineLine& sets = repairs.line(table.setsLine);
+        if (declaredRows() == rowCount)
+            return;
+        const std::string declared = valueOf(draft, sets);
+        if (sets.value.empty())
+            draft.edits.put(sets.keyword.last, ' ' + found);
+        else
+            draft.edits.replace(sets.value, found);
+        draft.took(Kind::kSampleCount, sets.value.empty() ? sets.keyword : sets.value,
+                   "NUMBER_OF_SETS corrected from " + (declared.empty() ? "nothing" : declared) + " to " +
+                       found + ", the number of samples found");
+        repairEnd();
+    }
+
+    void repairEnd() {
+        if (table.endLine >= 0)
+            return;
+        const std::size_t at = table.dataEnd;
+        const bool onNewLine = at > 0 && isLineEnd(draft.text[at - 1]);
+        repairs.putLine(at, (onNewLine ? "" : std::string(draft.lineEnd)) + kKeywords[kEndData]);
+        draft.took(Kind::kEndOfData, {at, at}, "the line END_DATA put in behind the last sample");
+    }
+
+    Repairs& repairs;
+    Draft& draft;
+    const OutlineTable& table;
+    TableForm& form;
+    const std::size_t width;
+    std::size_t rowCount = 0;
+};
+
+} // namespace
+
+std::optional<std::size_t> wrappedRows(const std::vector<OutlineRow>& lines, std::size_t width) {
+    std::size_t rows = 0;
+    std::size_t values = 0;
+    for (const OutlineRow& line : lines) {
+        values += static_cast<std::size_t>(line.values);
+        if (line.openQuote || values > width)
+            return std::nullopt;
+        if (values == width) {
+            ++rows;
+            values = 0;
+        }
+    }
+    if (values != 0)
+        return std::nullopt;
+    return rows;
+}
+
+std::vector<Cell> cellsOfRow(std::string_view text, const OutlineRow& row, const TableForm& form) {
+    const std::size_t width = form.columns.size();
+    std::vector<Cell> cells =
+        form.reading == RowReading::kTabs ? cellsBetweenTabs(text, row.line) : cellsOf(text, row.line);
+    if (form.reading == RowReading::kLines && cells.size() != width && row.special) {
+        std::vector<Cell> others = cellsWithDoubledQuotes(text, row.line);
+        if (others.size() == width)
+            return others;
+    }
+    if (form.reading != RowReading::kWrapped && cells.size() > width)
+        cells.resize(width);
+    return cells;
+}
+
+void repairRows(Repairs& repairs) {
+    for (std::size_t i = 0; i < repairs.outline.tables.size(); ++i) {
+        const OutlineTable& table = repairs.outline.tables[i];
+        if (!repairs.tables[i].columns.empty())
+            RowRepair(repairs, table, repairs.tables[i]).run();
+    }
+}
+
+} // namespace qxcms::detail

@@ -1,0 +1,309 @@
+// Spectra in percent that the reader would take for fractions, normalised spectra, XYZ of 0 to 1, device
+// values.
+#include <algorithm>
+#include <iterator>
+#include <limits>
+#include <optional>
+#include <string>
+
+#include "base/number_text.h"
+#include "cgats/cgats_vocabulary.h"
+#include "cgats/decimal_text.h"
+#include "cgats/document_repairs.h"
+#include "platform/utility.h"
+
+namespace qxcms::detail {
+
+namespace {
+
+using Kind = TCgatsLiberty::Kind;
+
+// The reader takes spectra for percent that are above this in one of the first rows.
+constexpr double kLargestFraction = 10.0;
+constexpr std::size_t kInspectedRows = 5;
+// Spectra in percent stay below this; what lies above is no reflectance.
+constexpr double kLargestPercent = 1000.0;
+
+constexpr std::size_t kFewestRowsForXyz = 10;
+constexpr double kLargestSmallXyz = 1.5;
+constexpr double kLeastWhiteY = 0.5;
+constexpr double kMostWhiteY = 1.2;
+constexpr double kBlackToWhite = 0.1;
+
+constexpr double kOne = 1.0;
+constexpr double kLargestInk = 100.5;
+// So many rows show the scale of device values.
+constexpr std::size_t kRowsThatTell = 200;
+
+constexpr int kPlainDigits = 17; // enough for any double
+constexpr int kPlacesOfPercent = 2;
+
+const char kSpectralNorm[] = "SPECTRAL_NORM";
+
+double valueOf(const Draft& draft, const Cell& cell) {
+    std::string text(cell.inner.of(draft.text));
+    std::replace(text.begin(), text.end(), ',', '.');
+    return textToDouble(text.c_str());
+}
+
+/// What the values of some columns lie between.
+struct Extent {
+    double least = std::numeric_limits<double>::infinity();
+    double largest = -std::numeric_limits<double>::infinity();
+    std::size_t rows = 0;
+};
+
+using Columns = std::vector<std::size_t>;
+
+/// Of the first rows of a table, at most `most`.
+Extent extentOf(const Draft& draft, const OutlineTable& table, const TableForm& form, const Columns& columns,
+                std::size_t most = std::numeric_limits<std::size_t>::max()) {
+    Extent extent;
+    forEachRow(draft.text, table, form, [&](const std::vector<Cell>& cells) {
+        for (const std::size_t column : columns) {
+            const double value = valueOf(draft, cells[column]);
+            extent.least = std::min(extent.least, value);
+            extent.largest = std::max(extent.largest, value);
+        }
+        ++extent.rows;
+        return extent.rows < most;
+    });
+    return extent;
+}
+
+/// The rows of which one of these values may be 10 or more; of others this is certainly not so.
+std::vector<OutlineRow> rowsThatMayBeLarge(const OutlineTable& table, const TableForm& form,
+                                           const Columns& columns) {
+    std::uint64_t bits = 0;
+    for (const std::size_t column : columns)
+        bits |= bitOfValue(static_cast<int>(column));
+    const int width = form.reading == RowReading::kLines ? static_cast<int>(form.columns.size()) : -1;
+    std::vector<OutlineRow> rows;
+    std::copy_if(table.rows.begin(), table.rows.end(), std::back_inserter(rows),
+                 [=](const OutlineRow& row) { return row.values != width || (row.large & bits) != 0; });
+    return rows;
+}
+
+/// Whether no value is above a limit of 10 or less. Rows that show at a glance that they are below 10 are
+/// read only for a limit below that, and when no other row is above it.
+bool staysBelow(const Draft& draft, const OutlineTable& table, const TableForm& form, const Columns& columns,
+                double limit) {
+    OutlineTable doubtful;
+    doubtful.rows = rowsThatMayBeLarge(table, form, columns);
+    const auto isBelow = [&](const OutlineTable& rows) {
+        bool below = true;
+        forEachRow(draft.text, rows, form, [&](const std::vector<Cell>& cells) {
+            below = std::all_of(columns.begin(), columns.end(),
+                                [&](std::size_t column) { return valueOf(draft, cells[column]) <= limit; });
+            return below;
+        });
+        return below;
+    };
+    return isBelow(doubtful) && (limit >= kLargestFraction || isBelow(table));
+}
+
+template <class Predicate>
+Columns columnsWhere(const TableForm& form, Predicate&& wanted) {
+    Columns columns;
+    for (std::size_t i = 0; i < form.columns.size(); ++i)
+        if (wanted(form.columns[i]))
+            columns.push_back(i);
+    return columns;
+}
+
+Columns spectralColumns(const TableForm& form) {
+    return columnsWhere(form, [](const TableColumn& column) { return column.wavelength >= 0; });
+}
+
+/// The columns of neighbouring standard fields, in any order of the table; empty unless all are there once.
+Columns standardColumns(const TableForm& form, int first, int last) {
+    Columns columns = columnsWhere(form, [&](const TableColumn& column) {
+        const int field = findIgnoringCase(kFieldNames, kFieldNameCount, column.name.c_str());
+        return !column.isText && field >= first && field <= last;
+    });
+    if (static_cast<int>(columns.size()) != last - first + 1)
+        columns.clear();
+    return columns;
+}
+
+/// Whether every value is a number as a whole: what is none could not be brought along.
+bool areNumbers(const Draft& draft, const OutlineTable& table, const TableForm& form,
+                const Columns& columns) {
+    bool numbers = true;
+    forEachRow(draft.text, table, form, [&](const std::vector<Cell>& cells) {
+        numbers = std::all_of(columns.begin(), columns.end(), [&](std::size_t column) {
+            return isDecimalNumber(cells[column].inner.of(draft.text));
+        });
+        return numbers;
+    });
+    return numbers;
+}
+
+void replaceValues(Draft& draft, const OutlineTable& table, const TableForm& form, const Columns& columns,
+                   double factor, int places) {
+    forEachRow(draft.text, table, form, [&](const std::vector<Cell>& cells) {
+        for (const std::size_t column : columns) {
+            const Cell& cell = cells[column];
+            const std::string_view text = cell.inner.of(draft.text);
+            draft.edits.replace(cell.inner, places != 0
+                                                ? withPointMoved(text, places)
+                                                : generalText(valueOf(draft, cell) * factor, kPlainDigits));
+        }
+        return true;
+    });
+}
+
+/// The lines SPECTRAL_NORM and the tables that each one holds for.
+class SpectralScales {
+public:
+    explicit SpectralScales(Repairs& shared) : repairs(shared), draft(shared.draft) {}
+
+    void run() {
+        std::vector<std::size_t> tables;
+        int norm = -1;
+        for (std::size_t i = 0; i < repairs.outline.tables.size(); ++i) {
+            const int next = normBefore(i);
+            if (next != norm) {
+                bring(norm, tables);
+                tables.clear();
+                norm = next;
+            }
+            if (repairs.tables[i].reading != RowReading::kNone && !spectralColumns(repairs.tables[i]).empty())
+                tables.push_back(i);
+        }
+        bring(norm, tables);
+    }
+
+private:
+    const OutlineTable& table(std::size_t index) const { return repairs.outline.tables[index]; }
+    const TableForm& form(std::size_t index) const { return repairs.tables[index]; }
+
+    double largestOfFirstRows(std::size_t index) const {
+        return extentOf(draft, table(index), form(index), spectralColumns(form(index)), kInspectedRows)
+            .largest;
+    }
+
+    // The last line before the samples.
+    int normBefore(std::size_t index) const {
+        int found = -1;
+        const std::size_t before = repairs.line(table(index).dataLine).line.first;
+        for (std::size_t i = 0; i < repairs.outline.lines.size(); ++i) {
+            const OutlineLine& line = repairs.outline.lines[i];
+            if (line.line.first < before && line.keyword.of(draft.text) == kSpectralNorm &&
+                !line.value.empty())
+                found = static_cast<int>(i);
+        }
+        return found;
+    }
+
+    void bring(int norm, const std::vector<std::size_t>& tables) {
+        if (tables.empty())
+            return;
+        if (norm >= 0) {
+            const double whole = textToDouble(detail::valueOf(draft, repairs.line(norm)).c_str());
+            if (whole > 0.0 && whole != kOne)
+                bringNormalised(norm, whole, tables);
+            return;
+        }
+        for (const std::size_t index : tables)
+            bringPercent(index);
+    }
+
+    void bringPercent(std::size_t index) {
+        const Columns spectra = spectralColumns(form(index));
+        const auto& columns = form(index).columns;
+        const bool saysPercent = std::any_of(columns.begin(), columns.end(),
+                                             [](const TableColumn& column) { return column.isPercent; });
+        if (largestOfFirstRows(index) > kLargestFraction ||
+            staysBelow(draft, table(index), form(index), spectra, saysPercent ? kOne : kLargestFraction) ||
+            extentOf(draft, table(index), form(index), spectra).largest > kLargestPercent ||
+            !areNumbers(draft, table(index), form(index), spectra))
+            return;
+        replaceValues(draft, table(index), form(index), spectralColumns(form(index)), 0.0, -kPlacesOfPercent);
+        tell(index,
+             "spectra in percent divided by 100: none of the first five rows shows that they are percent");
+    }
+
+    // Values of which `whole` stands for all light.
+    void bringNormalised(int norm, double whole, const std::vector<std::size_t>& tables) {
+        const bool isPercent = whole == 100.0;
+        const bool shows = std::all_of(tables.begin(), tables.end(), [&](std::size_t index) {
+            return largestOfFirstRows(index) * 100.0 / whole > kLargestFraction;
+        });
+        const bool areWhole = std::all_of(tables.begin(), tables.end(), [&](std::size_t index) {
+            return areNumbers(draft, table(index), form(index), spectralColumns(form(index)));
+        });
+        if ((isPercent && shows) || !areWhole)
+            return;
+        const double target = shows ? 100.0 : kOne;
+        for (const std::size_t index : tables) {
+            replaceValues(draft, table(index), form(index), spectralColumns(form(index)), target / whole,
+                          isPercent ? -kPlacesOfPercent : 0);
+            tell(index, "spectra brought from a scale of " + generalText(whole, kPlainDigits) +
+                            " to one of " + generalText(target, kPlainDigits));
+        }
+        const OutlineLine& line = repairs.line(norm);
+        const bool isQuoted = draft.text[line.value.first] == '"';
+        const std::string value = generalText(target, kPlainDigits);
+        draft.edits.replace(line.value, isQuoted ? '"' + value + '"' : value);
+        draft.took(Kind::kSpectralScale, line.value,
+                   "the value of SPECTRAL_NORM made " + generalText(target, kPlainDigits) +
+                       ", the scale of the spectra now");
+    }
+
+    void tell(std::size_t index, std::string done) {
+        draft.took(Kind::kSpectralScale, repairs.line(table(index).dataLine).keyword, std::move(done));
+    }
+
+    Repairs& repairs;
+    Draft& draft;
+};
+
+void bringXyz(Draft& draft, const Repairs& repairs, const OutlineTable& table, const TableForm& form) {
+    const Columns xyz = standardColumns(form, kXyzX, kXyzZ);
+    if (xyz.empty() || table.rows.size() < kFewestRowsForXyz ||
+        !staysBelow(draft, table, form, xyz, kLargestSmallXyz))
+        return;
+    const Extent all = extentOf(draft, table, form, xyz);
+    const Columns y = standardColumns(form, kXyzX + 1, kXyzX + 1);
+    const Extent luminance = extentOf(draft, table, form, y);
+    const bool isSmall = all.rows >= kFewestRowsForXyz && all.least >= 0.0;
+    const bool isWhite = luminance.largest >= kLeastWhiteY && luminance.largest <= kMostWhiteY;
+    if (!isSmall || !isWhite || luminance.least > kBlackToWhite * luminance.largest ||
+        !areNumbers(draft, table, form, xyz))
+        return;
+    replaceValues(draft, table, form, xyz, 0.0, kPlacesOfPercent);
+    draft.took(Kind::kXyzScale, repairs.line(table.dataLine).keyword,
+               "XYZ of 0 to 1 multiplied by 100; the largest Y was " + generalText(luminance.largest, 6));
+}
+
+void remarkOnDevice(Draft& draft, const Repairs& repairs, const OutlineTable& table, const TableForm& form) {
+    const Columns cmyk = standardColumns(form, kCmykC, kCmykK);
+    const Columns device = cmyk.empty() ? standardColumns(form, kRgbR, kRgbB) : cmyk;
+    if (device.empty())
+        return;
+    const double largest = extentOf(draft, table, form, device, kRowsThatTell).largest;
+    const Span where = repairs.line(table.dataLine).keyword;
+    const std::string colorants = cmyk.empty() ? "RGB" : "CMYK";
+    if (largest > kLargestInk)
+        draft.remark(Kind::kDeviceScale, where,
+                     colorants + " values such as " + generalText(largest, 6) +
+                         " are on a scale of 0 to 255, not of 0 to 100");
+    else if (largest > 0.0 && largest <= kOne && staysBelow(draft, table, form, device, kOne))
+        draft.remark(Kind::kDeviceScale, where,
+                     colorants + " values are on a scale of 0 to 1, not of 0 to 100");
+}
+
+} // namespace
+
+void repairScales(Repairs& repairs) {
+    SpectralScales(repairs).run();
+    for (std::size_t i = 0; i < repairs.outline.tables.size(); ++i) {
+        if (repairs.tables[i].reading == RowReading::kNone)
+            continue;
+        bringXyz(repairs.draft, repairs, repairs.outline.tables[i], repairs.tables[i]);
+        remarkOnDevice(repairs.draft, repairs, repairs.outline.tables[i], repairs.tables[i]);
+    }
+}
+
+} // namespace qxcms::detail
