@@ -15,7 +15,8 @@ target_link_libraries(qxcms_qc PUBLIC qxcms PRIVATE qxcms_library_flags)
 # What stands behind main, as a library, so that tests reach it.
 file(GLOB_RECURSE qxcmsCommandSources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/qxcms/*.cpp)
 list(REMOVE_ITEM qxcmsCommandSources ${PROJECT_SOURCE_DIR}/tools/qxcms/main.cpp)
-add_library(qxcms_command_objects OBJECT ${qxcmsCommandSources})
+# The recognition of encodings is shared with the kernel, which does not export it.
+add_library(qxcms_command_objects OBJECT ${qxcmsCommandSources} ${PROJECT_SOURCE_DIR}/cgats/text_encoding.cpp)
 target_include_directories(qxcms_command_objects PUBLIC ${PROJECT_SOURCE_DIR})
 target_link_libraries(qxcms_command_objects
     PUBLIC qxcms_qc CLI11::CLI11 nlohmann_json::nlohmann_json PRIVATE qxcms_flags)

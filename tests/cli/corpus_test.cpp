@@ -8,9 +8,11 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/cli/run_command.h"
+#include "tests/support/scratch.h"
 
 using qxcms::tests::Outcome;
 using qxcms::tests::runCommand;
+using qxcms::tests::ScratchFolder;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
@@ -30,8 +32,10 @@ protected:
         ASSERT_FALSE(files.empty());
     }
 
-    static nlohmann::json infoOf(const std::string& file) {
-        return nlohmann::json::parse(runCommand({"info", file, "--json"}).out)["files"][0];
+    static nlohmann::json infoOf(const std::string& file, const std::vector<std::string>& options = {}) {
+        std::vector<std::string> arguments = {"info", file, "--json"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return nlohmann::json::parse(runCommand(arguments).out)["files"][0];
     }
 
     std::vector<std::string> files;
@@ -60,7 +64,7 @@ TEST_F(corpus, info_readsEveryFileOrTellsWhereItStopped) {
 }
 
 // Lines and columns counted by hand in the files.
-TEST_F(corpus, refusedFiles_areToldWithCodeLineAndColumn) {
+TEST_F(corpus, filesRefusedAsTheyStand_areToldWithCodeLineAndColumn) {
     struct Place {
         int code;
         int line;
@@ -78,7 +82,7 @@ TEST_F(corpus, refusedFiles_areToldWithCodeLineAndColumn) {
         if (place == places.end())
             continue;
         ++found;
-        const nlohmann::json document = infoOf(file);
+        const nlohmann::json document = infoOf(file, {"--strict"});
         ASSERT_EQ(document["refused"], true) << file;
         EXPECT_EQ(document["failure"]["code"], place->second.code) << file;
         EXPECT_EQ(document["failure"]["line"], place->second.line) << file;
@@ -88,14 +92,31 @@ TEST_F(corpus, refusedFiles_areToldWithCodeLineAndColumn) {
         GTEST_SKIP() << "none of the files whose refusals are known";
 }
 
+TEST_F(corpus, lint_agreesWithInfoAndFindsNothingLeftInWhatItWrote) {
+    const ScratchFolder folder;
+    for (const std::string& file : files) {
+        const std::string fixed = folder.path("fixed.txt");
+        const Outcome result = runCommand({"lint", file, "--fix", fixed, "--json"});
+        const nlohmann::json checked = nlohmann::json::parse(result.out)["files"][0];
+        const nlohmann::json document = infoOf(file);
+        EXPECT_EQ(checked["verdict"] == "unreadable", document["refused"] == true) << file;
+        EXPECT_EQ(checked["liberties"], document["liberties"]) << file;
+        if (checked["verdict"] == "unreadable")
+            continue;
+        EXPECT_EQ(result.exitCode, checked["liberties"].empty() ? 0 : 1) << file;
+        EXPECT_EQ(runCommand({"lint", fixed}).exitCode, 0) << file;
+        EXPECT_EQ(runCommand({"lint", fixed, "--strict"}).exitCode, 0) << file;
+    }
+}
+
 // Its unquoted blanks push words of text into the spectral columns.
 constexpr const char* kSlipped = "nm-tab-unquoted-names.txt";
 
-TEST_F(corpus, fileWithSlippedColumns_isRefusedWithRowAndColumn) {
+TEST_F(corpus, fileWithSlippedColumns_isRefusedAsItStandsWithRowAndColumn) {
     for (const std::string& file : files) {
         if (std::filesystem::path(file).filename() != kSlipped)
             continue;
-        const Outcome result = runCommand({"diff", file, file});
+        const Outcome result = runCommand({"diff", file, file, "--strict"});
         EXPECT_EQ(result.exitCode, 3);
         EXPECT_THAT(result.err, HasSubstr("row 2, column \"SPECTRAL_NM_380\""));
         return;
@@ -115,7 +136,7 @@ bool hasRgb(const nlohmann::json& table) {
 TEST_F(corpus, everyAcceptedFile_equalsItself) {
     for (const std::string& file : files) {
         const nlohmann::json document = infoOf(file);
-        if (document["refused"] == true || std::filesystem::path(file).filename() == kSlipped)
+        if (document["refused"] == true)
             continue;
         const nlohmann::json& table = document["tables"][0];
         const bool hasColour = !table["spectra"].is_null() || table["lab"] == true || table["xyz"] == true;

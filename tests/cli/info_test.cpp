@@ -20,14 +20,16 @@ class info : public testing::Test {
 protected:
     ScratchFolder folder;
 
+    // As it stands.
     std::string textOf(const std::string& document) const {
-        const Outcome result = runCommand({"info", folder.write("chart.txt", document)});
+        const Outcome result = runCommand({"info", "--strict", folder.write("chart.txt", document)});
         EXPECT_EQ(result.exitCode, 0) << result.err;
         return result.out;
     }
 
     nlohmann::json jsonOf(const std::string& document) const {
-        const Outcome result = runCommand({"info", folder.write("chart.txt", document), "--json"});
+        const Outcome result =
+            runCommand({"info", "--strict", folder.write("chart.txt", document), "--json"});
         EXPECT_EQ(result.exitCode, 0) << result.err;
         return nlohmann::json::parse(result.out)["files"][0];
     }
@@ -172,7 +174,7 @@ TEST_F(info, severalFiles_areReportedInOrder) {
 TEST_F(info, refusedFile_isReportedAndTheNextOneFollows) {
     const std::string bad = folder.write("bad.txt", chartText("LAB_X", {"1"}));
     const std::string good = folder.write("good.txt", chartText("LAB_L", {"1"}));
-    const Outcome result = runCommand({"info", bad, good});
+    const Outcome result = runCommand({"info", "--strict", bad, good});
     EXPECT_EQ(result.exitCode, 3);
     EXPECT_THAT(result.err, IsEmpty());
     EXPECT_THAT(result.out,
@@ -184,7 +186,7 @@ TEST_F(info, refusedFile_isReportedAndTheNextOneFollows) {
 TEST_F(info, refusedFile_isExplainedInJson) {
     const std::string bad = folder.write("bad.txt", chartText("SAMPLE_ID LAB_X", {"1 2"}));
     const std::string good = folder.write("good.txt", chartText("LAB_L", {"1"}));
-    const Outcome result = runCommand({"info", bad, good, "--json"});
+    const Outcome result = runCommand({"info", "--strict", bad, good, "--json"});
     EXPECT_EQ(result.exitCode, 3);
     const nlohmann::json files = nlohmann::json::parse(result.out)["files"];
     ASSERT_EQ(files.size(), 2u);

@@ -36,6 +36,8 @@ TEST_F(output, closedOutput_isToldWithExitCode5) {
                                                       {"diff", file, file, "--json"},
                                                       {"info", file},
                                                       {"info", file, "--json"},
+                                                      {"lint", file},
+                                                      {"lint", file, "--json"},
                                                       {"--help"},
                                                       {"--version"}}) {
         const Outcome result = runCommand(arguments, {{}, true});

@@ -1,4 +1,4 @@
-// How both subcommands tell that a file cannot be read.
+// How "diff" and "info" tell that a file cannot be read as it stands (--strict).
 #include <regex>
 
 #include <gmock/gmock.h>
@@ -34,11 +34,11 @@ protected:
 
     // What "diff" says on the standard error; "info" must refuse in its report alone.
     std::string messageAbout(const std::string& file) const {
-        const Outcome info = runCommand({"info", file});
+        const Outcome info = runCommand({"info", file, "--strict"});
         EXPECT_EQ(info.exitCode, 3);
         EXPECT_THAT(info.out, HasSubstr("refused "));
         EXPECT_THAT(info.err, IsEmpty());
-        const Outcome diff = runCommand({"diff", file, file});
+        const Outcome diff = runCommand({"diff", file, file, "--strict"});
         EXPECT_EQ(diff.exitCode, 3);
         EXPECT_THAT(diff.out, IsEmpty());
         return diff.err;
@@ -46,10 +46,10 @@ protected:
 
     // The warnings in the report of "info"; they are nowhere else.
     std::vector<std::string> warningsAbout(const std::string& file) const {
-        const Outcome text = runCommand({"info", file});
+        const Outcome text = runCommand({"info", file, "--strict"});
         EXPECT_EQ(text.exitCode, 0);
         EXPECT_THAT(text.err, IsEmpty());
-        const Outcome json = runCommand({"info", file, "--json"});
+        const Outcome json = runCommand({"info", file, "--strict", "--json"});
         EXPECT_EQ(json.exitCode, 0);
         EXPECT_THAT(json.err, IsEmpty());
         const std::vector<std::string> warnings =
@@ -101,7 +101,7 @@ TEST_F(reading, oneMissingValue_isWarnedOf) {
     const std::string file =
         folder.write("bad.txt", chartText("LAB_L LAB_A LAB_B SAMPLE_ID", {"2 3 4 A", "6 7 8"}));
     EXPECT_THAT(warningsAbout(file), ElementsAre(HasSubstr("table 1: no END_DATA follows its last value")));
-    const Outcome diff = runCommand({"diff", file, file});
+    const Outcome diff = runCommand({"diff", file, file, "--strict"});
     EXPECT_EQ(diff.exitCode, 0);
     EXPECT_THAT(withoutLineBreaks(diff.out), HasSubstr("no END_DATA follows its last value"));
 }
@@ -110,7 +110,7 @@ TEST_F(reading, oneMissingNumber_isRefusedByDiff) {
     const std::string file = folder.write("bad.txt", chartText(kLab, {"1 2 3 4", "5 6 7"}));
     EXPECT_THAT(warningsAbout(file), Contains(HasSubstr("row 2, column \"LAB_B\" (number 4): \"END_DATA\" "
                                                         "is no number")));
-    const Outcome diff = runCommand({"diff", file, file});
+    const Outcome diff = runCommand({"diff", file, file, "--strict"});
     EXPECT_EQ(diff.exitCode, 3);
     EXPECT_THAT(diff.out, IsEmpty());
     EXPECT_THAT(diff.err, HasSubstr("bad.txt: row 2, column \"LAB_B\" (number 4): \"END_DATA\" is no "
@@ -135,7 +135,7 @@ TEST_F(reading, valuesThatAreNoNumbers_areWarnedOfOncePerColumn) {
 TEST_F(reading, everySpellingOfANumber_isAccepted) {
     const std::string file = folder.write("good.txt", chartText(kLab, {"a +50 1,5 .5e1", "b 0x10 -0. 1E1"}));
     EXPECT_THAT(warningsAbout(file), IsEmpty());
-    EXPECT_EQ(runCommand({"diff", file, file}).exitCode, 0);
+    EXPECT_EQ(runCommand({"diff", file, file, "--strict"}).exitCode, 0);
 }
 
 TEST_F(reading, noNumberOfSets_isTold) {
@@ -187,7 +187,7 @@ TEST_F(reading, tokenWithControls_isShownEscaped) {
 TEST_F(reading, nulByte_isWarnedOfWithItsOffset) {
     const std::string text = chartText(kLab, {"1 50 0 0"});
     const std::string file = folder.write("nul.txt", text + std::string(1, '\0') + "more");
-    const Outcome result = runCommand({"diff", file, file});
+    const Outcome result = runCommand({"diff", file, file, "--strict"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_THAT(result.out, HasSubstr("\n  warning "));
     EXPECT_THAT(result.err, IsEmpty());
@@ -220,7 +220,7 @@ TEST_F(reading, valuesBehindTheAnnouncedOnes_areWarnedOf) {
     std::string text = chartText(kLab, {"1 50 0 0", "2 60 0 0"});
     text.replace(text.find("SETS 2"), 6, "SETS 1");
     const std::string file = folder.write("more.txt", text);
-    const Outcome result = runCommand({"diff", file, file});
+    const Outcome result = runCommand({"diff", file, file, "--strict"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_THAT(result.err, IsEmpty());
     EXPECT_THAT(result.out, HasSubstr("instead of END_DATA"));
@@ -233,7 +233,7 @@ TEST_F(reading, warningsAboutARefusedComparison_areWrittenToTheStandardError) {
     std::string text = chartText(kLab, {"a x 50 0", "0 b y 60"});
     text.replace(text.find("SETS 2"), 6, "SETS 1");
     const std::string file = folder.write("slipped.txt", text);
-    const Outcome result = runCommand({"diff", file, file});
+    const Outcome result = runCommand({"diff", file, file, "--strict"});
     EXPECT_EQ(result.exitCode, 3);
     EXPECT_THAT(result.out, IsEmpty());
     EXPECT_THAT(result.err, AllOf(HasSubstr("qxcms: warning: "), HasSubstr("instead of END_DATA"),

@@ -21,7 +21,7 @@ void expectUsageError(const std::vector<std::string>& arguments, const std::stri
 
 TEST(usage, help_isWrittenToTheOutput) {
     for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{"--help"}, {"diff", "--help"}, {"info", "--help"}}) {
+         {std::vector<std::string>{"--help"}, {"diff", "--help"}, {"info", "--help"}, {"lint", "--help"}}) {
         const Outcome result = runCommand(arguments);
         EXPECT_EQ(result.exitCode, 0);
         EXPECT_THAT(result.out, AllOf(HasSubstr("Usage: qxcms"), HasSubstr("Exit codes:")));
@@ -43,12 +43,12 @@ TEST(usage, version_isThatOfTheLibrary) {
 }
 
 TEST(usage, noSubcommand_isRefused) {
-    expectUsageError({}, "no subcommand; the subcommands are diff and info; \"qxcms --help\"");
+    expectUsageError({}, "no subcommand; the subcommands are diff, info and lint; \"qxcms --help\"");
 }
 
 TEST(usage, unknownSubcommand_isRefused) {
     expectUsageError({"compare", "a", "b"},
-                     "unknown subcommand or option \"compare\"; the subcommands are diff and info");
+                     "unknown subcommand or option \"compare\"; the subcommands are diff, info and lint");
 }
 
 TEST(usage, error_pointsToTheHelpOfItsSubcommand) {
@@ -60,6 +60,7 @@ TEST(usage, error_pointsToTheHelpOfItsSubcommand) {
 TEST(usage, missingFile_isRefused) {
     expectUsageError({"diff", "a.txt"}, "REFERENCE");
     expectUsageError({"info"}, "FILE");
+    expectUsageError({"lint"}, "FILE");
 }
 
 TEST(usage, surplusArgument_isRefused) {

@@ -20,6 +20,7 @@
 #include "tools/qxcms/diff_command.h"
 #include "tools/qxcms/exit_code.h"
 #include "tools/qxcms/info_command.h"
+#include "tools/qxcms/lint_command.h"
 #include "tools/qxcms/report/text_layout.h"
 
 namespace qxcms::command {
@@ -30,8 +31,8 @@ constexpr std::size_t kFooterIndent = 12;
 
 std::string exitCodesFooter() {
     return paragraph("Exit codes:", kFooterIndent,
-                     "0 done, 1 a difference above the tolerance, 2 usage, 3 unreadable input, 4 not "
-                     "comparable, 5 output not written or out of memory");
+                     "0 done, 1 a difference above the tolerance, or a file that is not clean, 2 usage, "
+                     "3 unreadable input, 4 not comparable, 5 output not written or out of memory");
 }
 
 /// Keeps the library's reports off the terminal while it lives: the command tells what matters itself.
@@ -97,6 +98,12 @@ CLI::Option* wordOption(CLI::App& app, const std::string& name, std::string& tar
         ->type_name(shown);
 }
 
+// Whether and how files are brought into form.
+void readingOptions(CLI::App& app, bool& strict, bool& quiet) {
+    app.add_flag("--strict", strict, "read files as they stand, without bringing them into form");
+    app.add_flag("--quiet", quiet, "do not list what was done to bring files into form");
+}
+
 void defineDiff(CLI::App& diff, DiffOptions& options, Texts& texts) {
     const std::vector<std::string> sources = {"auto", "spectra", "lab", "xyz"};
     diff.add_option("MEASURED", options.measured, "CGATS file of the samples")->required()->type_name("");
@@ -120,20 +127,31 @@ void defineDiff(CLI::App& diff, DiffOptions& options, Texts& texts) {
     diff.add_option("--tolerance", texts.tolerance, "exit code 1 when a difference lies above it")
         ->type_name("X");
     diff.add_flag("--json", options.json, "write JSON (docs/json.md)");
+    readingOptions(diff, options.strict, options.quiet);
     diff.footer(paragraph("Formulas:", kFooterIndent, qc::knownFormulas()) + exitCodesFooter());
 }
 
 void defineInfo(CLI::App& info, InfoOptions& options) {
     info.add_option("FILE", options.files, "CGATS files")->required()->type_name("");
     info.add_flag("--json", options.json, "write JSON (docs/json.md)");
+    readingOptions(info, options.strict, options.quiet);
     info.footer(exitCodesFooter());
+}
+
+void defineLint(CLI::App& lint, LintOptions& options) {
+    lint.add_option("FILE", options.files, "CGATS files")->required()->type_name("");
+    lint.add_option("--fix", options.fix, "write the text of the only FILE, brought into form; may be FILE")
+        ->type_name("OUT");
+    lint.add_flag("--json", options.json, "write JSON (docs/json.md)");
+    readingOptions(lint, options.strict, options.quiet);
+    lint.footer(exitCodesFooter());
 }
 
 std::string withoutSubcommand(const CLI::App& app) {
     const std::vector<std::string> words = app.remaining();
     const std::string problem =
         words.empty() ? "no subcommand" : "unknown subcommand or option " + qc::quoted(words.front());
-    return problem + "; the subcommands are diff and info";
+    return problem + "; the subcommands are diff, info and lint";
 }
 
 // --help and --version arrive here too.
@@ -157,10 +175,13 @@ int parseAndRun(int argc, const char* const* argv) {
     DiffOptions diffOptions;
     Texts texts;
     InfoOptions infoOptions;
+    LintOptions lintOptions;
     CLI::App* const diff = app.add_subcommand("diff", "Differences of two charts, patch by patch");
     CLI::App* const info = app.add_subcommand("info", "What files hold");
+    CLI::App* const lint = app.add_subcommand("lint", "Whether files can be read, or why not");
     defineDiff(*diff, diffOptions, texts);
     defineInfo(*info, infoOptions);
+    defineLint(*lint, lintOptions);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -168,6 +189,8 @@ int parseAndRun(int argc, const char* const* argv) {
     }
     if (*info)
         return runInfo(infoOptions);
+    if (*lint)
+        return runLint(lintOptions);
     diffOptions.comparison.pair = texts.pair == "order" ? qc::PairChoice::order : qc::PairChoice::automatic;
     diffOptions.comparison.measuredAs = sourceOf(texts.measuredAs);
     diffOptions.comparison.referenceAs = sourceOf(texts.referenceAs);

@@ -33,4 +33,8 @@ void warn(std::string_view message) noexcept {
     writeError("qxcms: warning: ", message);
 }
 
+void note(std::string_view message) noexcept {
+    writeError("qxcms: note: ", message);
+}
+
 } // namespace qxcms::command

@@ -17,4 +17,7 @@ void complain(std::string_view message) noexcept;
 /// Writes "qxcms: warning: message" to the standard error.
 void warn(std::string_view message) noexcept;
 
+/// Writes "qxcms: note: message" to the standard error.
+void note(std::string_view message) noexcept;
+
 } // namespace qxcms::command

@@ -44,7 +44,8 @@ int compareAndReport(const DocumentFile& measured, const DocumentFile& reference
                      const std::vector<std::string>& warnings) {
     const qc::Comparison comparison =
         qc::compare(chartOf(measured), chartOf(reference), conditions, options.comparison);
-    const DiffReport report(comparison, conditions, options.worst, options.tolerance, warnings);
+    const DiffReport report(measured, reference, comparison, conditions, options.worst, options.tolerance,
+                            warnings);
     if (!print(options.json ? diffJson(report) : diffText(report)))
         return kFailed;
     return report.aboveTolerance > 0 ? kAboveTolerance : kDone;
@@ -58,14 +59,26 @@ int runDiff(const DiffOptions& options) {
     const qc::Illuminants illuminants;
     const qc::Conditions conditions(*illuminants.find(options.illuminant), observer, formula);
 
-    const DocumentFile measured = readDocument(options.measured);
-    const DocumentFile reference = readDocument(options.reference);
+    const Reading reading = options.strict ? Reading::asItStands : Reading::intoForm;
+    const DocumentFile measured = readDocument(options.measured, reading);
+    const DocumentFile reference = readDocument(options.reference, reading);
     const bool oneFile = options.measured == options.reference;
+    const auto noteFiles = [&] {
+        noteLiberties(measured);
+        if (!oneFile)
+            noteLiberties(reference);
+    };
+    if (!options.json && !options.quiet)
+        noteFiles();
     std::vector<std::string> warnings = measured.warnings;
     if (!oneFile)
         warnings.insert(warnings.end(), reference.warnings.begin(), reference.warnings.end());
-    // Where there is no report, the warnings may tell why.
-    const auto warnOfFiles = [&] { std::for_each(warnings.begin(), warnings.end(), warn); };
+    // Where there is no report, the liberties and the warnings may tell why.
+    const auto warnOfFiles = [&] {
+        if (options.json && !options.quiet)
+            noteFiles();
+        std::for_each(warnings.begin(), warnings.end(), warn);
+    };
 
     const bool measuredIsUsable = isUsable(measured);
     const bool referenceIsUsable = oneFile ? measuredIsUsable : isUsable(reference);

@@ -6,8 +6,11 @@
 #include <utility>
 
 #include "base/number_text.h"
+#include "cgats/text_encoding.h"
 #include "qc/printable_text.h"
+#include "tools/qxcms/console.h"
 #include "tools/qxcms/file_bytes.h"
+#include "tools/qxcms/remedy.h"
 
 namespace qxcms::command {
 
@@ -29,11 +32,17 @@ constexpr std::size_t kLongestTokenShown = 60;
 /// Keeps the one refusal of a text and the first doubtful value of each column.
 class Findings : public TCgatsDiagnosticSink {
 public:
+    /// @param what the text that is read, which outlives this.
+    explicit Findings(std::string_view what) : text(what) {}
+
     void Refused(const TCgatsDiagnostic& diagnostic) override {
         keep([&] {
-            location = {diagnostic.line, diagnostic.column, diagnostic.offset,
+            location = {diagnostic.line,
+                        diagnostic.column,
+                        diagnostic.offset,
                         std::string(diagnostic.token, std::min(diagnostic.tokenLength, kLongestToken)),
-                        diagnostic.expected};
+                        diagnostic.expected,
+                        excerptOf(text, diagnostic.line, diagnostic.column)};
         });
     }
 
@@ -59,6 +68,7 @@ private:
         }
     }
 
+    const std::string_view text;
     std::set<std::pair<int, int>> doubted; // table and column
 };
 
@@ -69,46 +79,19 @@ std::string messageOf(const TCgats& document, int code) {
     return document.GetErrorMessage();
 }
 
-bool namesProcessColor(const std::string& token) {
-    return token.size() > 2 && token.compare(0, 2, "PC") == 0 && token[2] >= '0' && token[2] <= '9';
+ReadFailure failureOf(const TCgats& document, int code, std::optional<Location> location) {
+    std::string remedy =
+        location ? remedyOf(code, location->token, location->expected) : remedyOf(code, "", "");
+    return {code, messageOf(document, code), std::move(location), "", std::move(remedy)};
 }
 
-// What a person can do where the message and what was expected do not tell.
-std::string remedyOf(int code, const std::optional<Location>& location) {
-    const auto isExpected = [&](const char* word) {
-        return location && location->expected.find(word) != std::string::npos;
-    };
-    switch (code) {
-    case 6:
-        return isExpected("NUMBER_OF_SETS")
-                   ? "write the number of the table's samples, 1 or more, in a line NUMBER_OF_SETS before "
-                     "BEGIN_DATA"
-                   : "every BEGIN_DATA needs the names of its columns before it, between lines "
-                     "BEGIN_DATA_FORMAT and END_DATA_FORMAT";
-    case 10:
-    case 12:
-        return "let NUMBER_OF_FIELDS be the number of column names, or leave it out";
-    case 11:
-        if (location && namesProcessColor(location->token))
-            return "columns PC2_1 and PC2_2 need two lines PROCESSCOLOR_ID before BEGIN_DATA_FORMAT, one per "
-                   "colour; the number behind PC is that of the lines";
-        return "name a spectral column SPECTRAL_380 or nm380; any other column is declared with a line "
-               "KEYWORD and its name before BEGIN_DATA_FORMAT, and its values are then text";
-    case 17:
-        return "number the PC, SPOT and n-colour columns from 1 to their count, each number once; an "
-               "n-colour "
-               "space has five channels or more (5CLR_1 to 5CLR_5)";
-    default:
-        return "";
-    }
-}
-
-void warnOfCut(const FileBytes& bytes, DocumentFile& file) {
-    if (!bytes.cutAt)
+// What the reader does not see, as its texts end at a NUL byte.
+void warnOfCut(const std::string& bytes, std::size_t read, DocumentFile& file) {
+    if (read + 1 >= bytes.size())
         return;
-    std::string warning = qc::printable(file.name) + ": a NUL byte stands at offset " +
-                          std::to_string(*bytes.cutAt) + "; what follows it is not read";
-    if (bytes.looksLikeUtf16)
+    std::string warning = qc::printable(file.name) + ": a NUL byte stands at offset " + std::to_string(read) +
+                          "; what follows it is not read";
+    if (detail::looksLikeUtf16(bytes))
         warning += "; the file looks like UTF-16: save it as plain text or UTF-8";
     file.warnings.push_back(warning);
 }
@@ -150,33 +133,95 @@ void warnOfOddEnds(DocumentFile& file) {
     }
 }
 
-} // namespace
-
-DocumentFile readDocument(const std::string& name) {
-    DocumentFile file{name, std::make_unique<TCgats>(), std::nullopt, {}, {}};
-    if (name.empty()) {
-        file.failure = {kNoFileName, messageOf(*file.document, kNoFileName), std::nullopt, ""};
-        return file;
-    }
-    const FileBytes bytes = readBytes(name);
-    if (!bytes.error.empty()) {
-        file.failure = {kNotReadable, messageOf(*file.document, kNotReadable), std::nullopt, bytes.error};
-        return file;
-    }
-    warnOfCut(bytes, file);
-    Findings findings;
-    const int code = file.document->ReadFromBuffer(bytes.text.c_str(), &findings);
+// Reads a text, which ends at its first NUL byte.
+void readText(const std::string& text, DocumentFile& file) {
+    Findings findings(text.c_str());
+    const int code = file.document->ReadFromBuffer(text.c_str(), &findings);
     // The reader tells the place of every fault of the text; without one, memory ran out.
     if (findings.ranOutOfMemory || (code != 0 && !findings.location))
         throw std::bad_alloc();
     if (code != 0) {
-        file.failure = {code, messageOf(*file.document, code), findings.location,
-                        remedyOf(code, findings.location)};
-        return file;
+        file.failure = failureOf(*file.document, code, std::move(findings.location));
+        return;
     }
     warnOfOddEnds(file);
     file.doubts = std::move(findings.doubts);
+}
+
+Location locationOf(const TCgatsRefusal& refusal, const std::string& bytes) {
+    const std::string text = detail::looksLikeUtf16(bytes) ? detail::utf8OfUtf16(bytes) : bytes;
+    const std::size_t offset = startOfLine(text, refusal.line) + static_cast<std::size_t>(refusal.column - 1);
+    return {refusal.line,     refusal.column,
+            offset,           refusal.token.substr(0, kLongestToken),
+            refusal.expected, excerptOf(text, refusal.line, refusal.column)};
+}
+
+DocumentFile emptyFile(const std::string& name) {
+    return {name, std::make_unique<TCgats>(), std::nullopt, {}, {}, {}, {}};
+}
+
+DocumentFile readAsItStands(const std::string& name, const std::string& bytes) {
+    DocumentFile file = emptyFile(name);
+    warnOfCut(bytes, std::min(bytes.find('\0'), bytes.size()), file);
+    readText(bytes, file);
     return file;
+}
+
+DocumentFile readIntoForm(const std::string& name, const std::string& bytes, TCgatsNormalizer& normalizer) {
+    DocumentFile file = emptyFile(name);
+    const int code = normalizer.Normalize(bytes);
+    const TCgatsRefusal* const refusal = normalizer.GetRefusal();
+    if (code != 0 && refusal == nullptr)
+        throw std::bad_alloc();
+    for (int i = 0; i < normalizer.GetNrLiberties(); ++i)
+        file.liberties.push_back(*normalizer.GetLiberty(i));
+    for (int i = 0; i < normalizer.GetNrRemarks(); ++i)
+        file.remarks.push_back(*normalizer.GetRemark(i));
+    if (refusal != nullptr)
+        file.failure = failureOf(*file.document, refusal->code, locationOf(*refusal, bytes));
+    else
+        readText(normalizer.GetText(), file);
+    return file;
+}
+
+// Opens a file. @return its bytes; nothing where the failure is told.
+std::optional<std::string> bytesOf(DocumentFile& file) {
+    if (file.name.empty()) {
+        file.failure = failureOf(*file.document, kNoFileName, std::nullopt);
+        return std::nullopt;
+    }
+    FileBytes read = readBytes(file.name);
+    if (!read.error.empty()) {
+        file.failure = failureOf(*file.document, kNotReadable, std::nullopt);
+        file.failure->systemError = read.error;
+        return std::nullopt;
+    }
+    return std::move(read.bytes);
+}
+
+} // namespace
+
+DocumentFile readDocument(const std::string& name, Reading reading) {
+    DocumentFile file = emptyFile(name);
+    const std::optional<std::string> bytes = bytesOf(file);
+    if (!bytes)
+        return file;
+    if (reading == Reading::asItStands)
+        return readAsItStands(name, *bytes);
+    TCgatsNormalizer normalizer;
+    return readIntoForm(name, *bytes, normalizer);
+}
+
+CheckedFile checkDocument(const std::string& name) {
+    CheckedFile checked{emptyFile(name), std::nullopt, ""};
+    const std::optional<std::string> bytes = bytesOf(checked.asItStands);
+    if (!bytes)
+        return checked;
+    TCgatsNormalizer normalizer;
+    checked.asItStands = readAsItStands(name, *bytes);
+    checked.intoForm = readIntoForm(name, *bytes, normalizer);
+    checked.text = normalizer.GetText();
+    return checked;
 }
 
 void warnOfDoubts(DocumentFile& file) {
@@ -190,26 +235,43 @@ void warnOfDoubts(DocumentFile& file) {
     }
 }
 
+std::string placeOf(const std::string& name, const ReadFailure& failure) {
+    return failure.location ? placeOf(name, failure.location->line, failure.location->column)
+                            : shownName(name);
+}
+
+std::string shownName(const std::string& name) {
+    return name.empty() ? "\"\"" : qc::printable(name);
+}
+
+std::string placeOf(const std::string& name, int line, int column) {
+    return shownName(name) + ':' + std::to_string(line) + ':' + std::to_string(column);
+}
+
+void noteLiberties(const DocumentFile& file) {
+    for (const auto* list : {&file.liberties, &file.remarks}) {
+        for (const TCgatsLiberty& liberty : *list)
+            note(placeOf(file.name, liberty.line, liberty.column) + ": " + qc::printable(liberty.done));
+    }
+}
+
+std::string foundText(const Location& location) {
+    if (location.token.empty())
+        return "the end of the text";
+    const bool shortened = location.token.size() > kLongestTokenShown;
+    return qc::quoted(location.token.substr(0, kLongestTokenShown)) + (shortened ? "..." : "");
+}
+
 std::string describeFailure(const DocumentFile& file) {
     const ReadFailure& failure = *file.failure;
-    std::string text = file.name.empty() ? "\"\"" : qc::printable(file.name);
     if (failure.code == kNotReadable)
-        return text + ": cannot be read: " + failure.detail + " (code 3)";
-    if (failure.location)
-        text += ':' + std::to_string(failure.location->line) + ':' + std::to_string(failure.location->column);
+        return shownName(file.name) + ": cannot be read: " + failure.systemError + " (code 3)";
+    std::string text = placeOf(file.name, failure);
     text += ": " + failure.message + " (code " + std::to_string(failure.code) + ")";
-    if (failure.location) {
-        const Location& location = *failure.location;
-        const bool shortened = location.token.size() > kLongestTokenShown;
-        text += location.token.empty()
-                    ? "; found the end of the text"
-                    : "; found " + qc::quoted(location.token.substr(0, kLongestTokenShown)) +
-                          (shortened ? "..." : "");
-        text += ", expected " + location.expected;
-    }
-    if (!failure.detail.empty())
-        text += "; " + failure.detail;
-    return text;
+    if (failure.location)
+        text += "; found " + foundText(*failure.location) + ", expected " +
+                qc::printable(failure.location->expected);
+    return text + "; " + failure.remedy;
 }
 
 } // namespace qxcms::command

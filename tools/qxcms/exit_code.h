@@ -6,7 +6,8 @@ namespace qxcms::command {
 
 enum ExitCode : int {
     kDone = 0,
-    kAboveTolerance = 1, ///< a single difference lies above the tolerance
+    kAboveTolerance = 1,  ///< a single difference lies above the tolerance
+    kLibertiesNeeded = 1, ///< a file is readable, and not as it stands
     kUsage = 2,
     kUnreadable = 3,
     kNotComparable = 4,

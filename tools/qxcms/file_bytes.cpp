@@ -4,7 +4,8 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
-#include <string_view>
+
+#include "platform/utility.h"
 
 namespace qxcms::command {
 
@@ -17,17 +18,9 @@ struct Close {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-// A byte order mark, or NUL bytes that alternate with others.
-bool looksLikeUtf16(std::string_view start) {
-    constexpr std::size_t kInspected = 8;
-    if (start.substr(0, 2) == "\xFF\xFE" || start.substr(0, 2) == "\xFE\xFF")
-        return true;
-    if (start.size() < kInspected)
-        return false;
-    std::string pattern;
-    for (const char c : start.substr(0, kInspected))
-        pattern += c == '\0' ? '0' : 'x';
-    return pattern == "0x0x0x0x" || pattern == "x0x0x0x0";
+// A name with a slash is never taken for a logical one.
+std::string plainPath(const std::string& name) {
+    return name.find('/') == std::string::npos ? "./" + name : name;
 }
 
 } // namespace
@@ -43,18 +36,8 @@ FileBytes readBytes(const std::string& name) {
     char chunk[1 << 16];
     std::size_t count = 0;
     while ((count = std::fread(chunk, 1, sizeof chunk, file.get())) > 0) {
-        if (result.text.empty())
-            result.looksLikeUtf16 = looksLikeUtf16({chunk, count});
-        const void* nul = std::memchr(chunk, '\0', count);
-        const std::size_t used =
-            nul == nullptr ? count : static_cast<std::size_t>(static_cast<const char*>(nul) - chunk);
-        result.text.append(chunk, used);
-        if (nul != nullptr) {
-            if (used + 1 < count || std::fgetc(file.get()) != EOF)
-                result.cutAt = result.text.size();
-            return result;
-        }
-        if (result.text.size() > kLargestFile) {
+        result.bytes.append(chunk, count);
+        if (result.bytes.size() > kLargestFile) {
             result.error = "larger than 1 GiB";
             return result;
         }
@@ -62,6 +45,19 @@ FileBytes readBytes(const std::string& name) {
     if (std::ferror(file.get()) != 0)
         result.error = std::strerror(errno);
     return result;
+}
+
+std::string writeBytes(const std::string& name, const std::string& bytes) {
+    if (name.empty())
+        return "empty file name";
+    errno = 0;
+    std::FILE* const file = open_resolved_file(plainPath(name).c_str(), "w");
+    const bool taken = file != nullptr && std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    const int firstError = errno;
+    if (file != nullptr && close_resolved_file(file) == 0 && taken)
+        return "";
+    const int error = taken ? errno : firstError;
+    return error != 0 ? std::strerror(error) : "it cannot be opened or filled";
 }
 
 } // namespace qxcms::command

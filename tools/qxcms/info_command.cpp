@@ -12,8 +12,10 @@ int runInfo(const InfoOptions& options) {
     int code = kDone;
     std::vector<DocumentFile> files;
     for (const std::string& name : options.files) {
-        DocumentFile file = readDocument(name);
+        DocumentFile file = readDocument(name, options.strict ? Reading::asItStands : Reading::intoForm);
         warnOfDoubts(file);
+        if (!options.json && !options.quiet)
+            noteLiberties(file);
         if (file.failure)
             code = kUnreadable;
         if (options.json)

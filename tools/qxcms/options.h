@@ -20,11 +20,23 @@ struct DiffOptions {
     int worst = 10;
     std::optional<double> tolerance;
     bool json = false;
+    bool strict = false;
+    bool quiet = false;
 };
 
 struct InfoOptions {
     std::vector<std::string> files;
     bool json = false;
+    bool strict = false;
+    bool quiet = false;
+};
+
+struct LintOptions {
+    std::vector<std::string> files;
+    std::optional<std::string> fix;
+    bool json = false;
+    bool strict = false;
+    bool quiet = false;
 };
 
 } // namespace qxcms::command

@@ -1,13 +1,14 @@
 #include "tools/qxcms/report/diff_json.h"
 
 #include "base/version.h"
+#include "tools/qxcms/report/document_json.h"
 #include "tools/qxcms/report/json_text.h"
 
 namespace qxcms::command {
 
 namespace {
 
-Json sideJson(const qc::Side& side) {
+Json sideJson(const qc::Side& side, const DocumentFile& file) {
     Json json = {{"file", side.file},
                  {"table", 1},
                  {"tables", side.tables},
@@ -19,6 +20,8 @@ Json sideJson(const qc::Side& side) {
                            {"firstNm", side.firstNm},
                            {"lastNm", side.lastNm},
                            {"percent", side.percent}};
+    json["liberties"] = libertiesJson(file.liberties);
+    json["remarks"] = libertiesJson(file.remarks);
     return json;
 }
 
@@ -83,8 +86,8 @@ std::string diffJson(const DiffReport& report) {
     json["version"] = QXCMS_VERSION;
     json["standard"] = "reference";
     json["conditions"] = conditionsJson(report.conditions);
-    json["measured"] = sideJson(comparison.measured);
-    json["reference"] = sideJson(comparison.reference);
+    json["measured"] = sideJson(comparison.measured, report.measured);
+    json["reference"] = sideJson(comparison.reference, report.reference);
     json["pairing"] = pairingJson(comparison.pairing);
     json["remarks"] = comparison.remarks;
     json["warnings"] = report.warnings;

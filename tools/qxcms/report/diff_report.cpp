@@ -18,10 +18,11 @@ std::size_t countAbove(const qc::Comparison& comparison, std::optional<double> t
 
 } // namespace
 
-DiffReport::DiffReport(const qc::Comparison& theComparison, const qc::Conditions& theConditions,
+DiffReport::DiffReport(const DocumentFile& theMeasured, const DocumentFile& theReference,
+                       const qc::Comparison& theComparison, const qc::Conditions& theConditions,
                        int worstCount, std::optional<double> theTolerance,
                        const std::vector<std::string>& theWarnings)
-    : comparison(theComparison), conditions(theConditions),
+    : measured(theMeasured), reference(theReference), comparison(theComparison), conditions(theConditions),
       worst(qc::worst(theComparison.differences(), static_cast<std::size_t>(worstCount))),
       tolerance(theTolerance), aboveTolerance(countAbove(theComparison, theTolerance)),
       warnings(theWarnings) {}

@@ -9,10 +9,13 @@
 
 #include "qc/comparison.h"
 #include "qc/conditions.h"
+#include "tools/qxcms/document_file.h"
 
 namespace qxcms::command {
 
 struct DiffReport {
+    const DocumentFile& measured;
+    const DocumentFile& reference;
     const qc::Comparison& comparison;
     const qc::Conditions& conditions;
     std::vector<std::size_t> worst; ///< indices of patches, worst first
@@ -20,8 +23,9 @@ struct DiffReport {
     std::size_t aboveTolerance;        ///< the number of patches above it
     std::vector<std::string> warnings; ///< about the files
 
-    DiffReport(const qc::Comparison& comparison, const qc::Conditions& conditions, int worstCount,
-               std::optional<double> tolerance, const std::vector<std::string>& warnings);
+    DiffReport(const DocumentFile& measured, const DocumentFile& reference, const qc::Comparison& comparison,
+               const qc::Conditions& conditions, int worstCount, std::optional<double> tolerance,
+               const std::vector<std::string>& warnings);
 };
 
 } // namespace qxcms::command

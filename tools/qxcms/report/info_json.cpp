@@ -2,25 +2,12 @@
 
 #include "base/version.h"
 #include "tools/qxcms/document_summary.h"
+#include "tools/qxcms/report/document_json.h"
 #include "tools/qxcms/report/json_text.h"
 
 namespace qxcms::command {
 
 namespace {
-
-Json failureJson(const ReadFailure& failure) {
-    Json json = {{"code", failure.code}, {"message", failure.message}, {"detail", failure.detail},
-                 {"line", nullptr},      {"column", nullptr},          {"offset", nullptr},
-                 {"token", nullptr},     {"expected", nullptr}};
-    if (failure.location) {
-        json["line"] = failure.location->line;
-        json["column"] = failure.location->column;
-        json["offset"] = failure.location->offset;
-        json["token"] = failure.location->token;
-        json["expected"] = failure.location->expected;
-    }
-    return json;
-}
 
 Json fieldJson(const FieldSummary& field) {
     return {{"column", field.column},
@@ -63,9 +50,13 @@ Json tagJson(const TagSummary& tag) {
 }
 
 Json documentJson(const DocumentFile& file) {
-    Json json = {{"file", file.name}, {"refused", file.failure.has_value()}, {"warnings", file.warnings}};
+    Json json = {{"file", file.name},
+                 {"refused", file.failure.has_value()},
+                 {"warnings", file.warnings},
+                 {"liberties", libertiesJson(file.liberties)},
+                 {"remarks", libertiesJson(file.remarks)}};
     if (file.failure) {
-        json["failure"] = failureJson(*file.failure);
+        json["failure"] = failureJson(file.failure);
         return json;
     }
     const DocumentSummary summary = summarize(*file.document);

@@ -29,9 +29,9 @@ std::string failureLines(const ReadFailure& failure) {
                                   std::to_string(location.column) + " (byte " +
                                   std::to_string(location.offset) + ")");
         text += line("found", location.token.empty() ? "the end of the text" : qc::quoted(location.token));
-        text += line("expected", location.expected);
+        text += line("expected", qc::printable(location.expected));
     }
-    return failure.detail.empty() ? text : text + line("remark", failure.detail);
+    return text + line("remark", failure.systemError.empty() ? failure.remedy : failure.systemError);
 }
 
 std::string spectraText(const SpectraSummary& spectra) {
@@ -145,7 +145,7 @@ std::string documentLines(const DocumentSummary& summary) {
 } // namespace
 
 std::string infoText(const DocumentFile& file) {
-    std::string text = (file.name.empty() ? "\"\"" : qc::printable(file.name)) + '\n';
+    std::string text = shownName(file.name) + '\n';
     for (const std::string& warning : file.warnings)
         text += line("warning", warning);
     text += file.failure ? failureLines(*file.failure) : documentLines(summarize(*file.document));
