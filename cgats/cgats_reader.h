@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 #include "cgats/cgats_diagnostics.h"
@@ -54,6 +55,14 @@ public:
         : document(target), begin(first), end(last), position(first), lineStart(first), sink(listener) {}
 
     const char* at() const { return position; }
+
+    /// As MatchField, but throws when memory runs out.
+    static int classify(TCgats& vocabulary, const char* name, int* kind, int* number, int* dataType,
+                        std::string* canonicalName) {
+        return vocabulary.classifyField(name, kind, number, dataType, canonicalName);
+    }
+    /// What a line PROCESSCOLOR_ID does.
+    static void countProcessColor(TCgats& vocabulary) { ++vocabulary.nrProcessColorIdTags; }
 
     int readDocument();
     LineResult readLine(HeaderLine& line);

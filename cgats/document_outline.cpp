@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "base/number_text.h"
 #include "cgats/cgats_vocabulary.h"
 #include "cgats/row_scan.h"
 #include "platform/utility.h"
@@ -181,6 +182,8 @@ private:
             ++first;
         }
         table.dataEnd = std::min(first, text.size());
+        if (end < 0)
+            endAtDeclaredRow();
         behindRows = table.dataEnd;
         ++part;
         at = table.dataEnd;
@@ -190,16 +193,58 @@ private:
             table.endLine = add(line);
             at = line.next;
         }
+        outline.hasNul = outline.hasNul || table.all.hasNul;
+        if (table.rows.size() < table.rows.capacity() / 2)
+            table.rows.shrink_to_fit();
         outline.tables.push_back(std::move(table));
         table = OutlineTable();
     }
 
-    // The first row tells how many there may be.
+    // The first row and the declared number tell how many there may be.
     void addRow(const OutlineRow& row) {
-        outline.hasNul = outline.hasNul || row.hasNul;
-        if (table.rows.empty())
-            table.rows.reserve((text.size() - row.line.first) / (row.line.length() + 1) + 1);
+        if (table.rows.empty()) {
+            const std::size_t most = (text.size() - row.line.first) / (row.line.length() + 1) + 1;
+            table.rows.reserve(std::min(most, declaredRows()));
+        }
         table.rows.push_back(row);
+        table.all.add(row);
+    }
+
+    // Where END_DATA is missing and the declared rows are there, what stands behind them is the header of the
+    // next table if it cannot be a row.
+    void endAtDeclaredRow() {
+        const std::size_t count = declaredRows();
+        if (count == 0 || table.rows.size() <= count)
+            return;
+        const auto fits = [&](const OutlineRow& row) {
+            return row.values == static_cast<int>(table.names.size()) && !row.openQuote;
+        };
+        const auto behind = table.rows.begin() + static_cast<std::ptrdiff_t>(count);
+        std::uint64_t strange = 0;
+        std::for_each(table.rows.begin(), behind, [&](const OutlineRow& row) { strange |= row.strange; });
+        const bool mayBeRow =
+            fits(*behind) && (behind->strange & ~strange) == 0 && !isHeaderLine(behind->line.first);
+        if (mayBeRow || !std::all_of(table.rows.begin(), behind, fits))
+            return;
+        table.dataEnd = behind->line.first;
+        table.rows.erase(behind, table.rows.end());
+        table.all = RowsSummary();
+        for (const OutlineRow& row : table.rows)
+            table.all.add(row);
+    }
+
+    std::size_t declaredRows() const {
+        if (table.setsLine < 0)
+            return 0;
+        std::string value(outline.lines[static_cast<std::size_t>(table.setsLine)].value.of(text));
+        value.erase(std::remove(value.begin(), value.end(), '"'), value.end());
+        return static_cast<std::size_t>(std::max(textToInt(value.c_str()), 0));
+    }
+
+    bool isHeaderLine(std::size_t first) const {
+        const std::string word(lineAt(first).keyword.of(text));
+        return findExactly(kKeywords, kKeywordCount, word.c_str()) >= 0 || word.rfind("CGATS.", 0) == 0 ||
+               opensBlock(word);
     }
 
     bool mayEndRows(std::size_t first) const {
@@ -222,7 +267,12 @@ private:
             end = kEndData;
             return true;
         }
-        return std::find(std::begin(kOpening), std::end(kOpening), code) != std::end(kOpening);
+        if (std::find(std::begin(kOpening), std::end(kOpening), code) == std::end(kOpening))
+            return false;
+        // A sample may have such a name.
+        const bool isDeclaredRow = table.rows.size() < declaredRows() &&
+                                   scanRow(text, first).values == static_cast<int>(table.names.size());
+        return !isDeclaredRow;
     }
 
     void takeBlock(int index) {
@@ -257,6 +307,17 @@ private:
 };
 
 } // namespace
+
+void RowsSummary::add(const OutlineRow& row) {
+    fewestValues = std::min(fewestValues, row.values);
+    mostValues = std::max(mostValues, row.values);
+    large |= row.large;
+    strange |= row.strange;
+    openQuote = openQuote || row.openQuote;
+    special = special || row.special;
+    hasNul = hasNul || row.hasNul;
+    tooLong = tooLong || row.tooLong;
+}
 
 DocumentOutline outlineOf(std::string_view text) {
     DocumentOutline exact = Outliner(text, false).run();

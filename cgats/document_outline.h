@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string_view>
 #include <vector>
 
@@ -30,11 +31,27 @@ struct OutlineRow {
     /// Bit n stands for value n, the last one for all behind: the value may be 10 or more, or is not made of
     /// digits, points and minus signs alone. A number below 0 may have its bit set too.
     std::uint64_t large;
-    int values;     ///< as the reader counts them
-    bool openQuote; ///< its last value begins with a quote that does not close on the line
-    bool special;   ///< has quotes or commas
-    bool hasNul;    ///< holds a NUL byte
-    bool tooLong;   ///< has a value of more characters than the reader takes
+    std::uint64_t strange; ///< likewise: not made of digits, points and minus signs alone
+    int values;            ///< as the reader counts them
+    bool openQuote;        ///< its last value begins with a quote that does not close on the line
+    bool special;          ///< has quotes, commas or number signs
+    bool hasNul;           ///< holds a NUL byte
+    bool tooLong;          ///< has a value of more characters than the reader takes
+};
+
+/// What the rows of a table have in common.
+struct RowsSummary {
+    int fewestValues = std::numeric_limits<int>::max();
+    int mostValues = 0;
+    std::uint64_t large = 0; ///< the bits of all rows
+    std::uint64_t strange = 0;
+    bool openQuote = false; ///< these are true where they are so of any row
+    bool special = false;
+    bool hasNul = false;
+    bool tooLong = false;
+
+    void add(const OutlineRow& row);
+    bool haveAll(int values) const { return fewestValues == values && mostValues == values; }
 };
 
 struct OutlineTable {
@@ -48,6 +65,7 @@ struct OutlineTable {
     std::vector<Span> nameLines;     ///< the lines that hold them, without remarks
     std::vector<Span> formatRemarks; ///< comments between them, behind the "#"
     std::vector<OutlineRow> rows;
+    RowsSummary all;
     std::size_t dataEnd = 0; ///< where the samples end
 };
 

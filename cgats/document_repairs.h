@@ -21,6 +21,7 @@ struct TableColumn {
     bool isText = false;
     int wavelength = -1;    ///< in nm; -1 for any other column
     bool isPercent = false; ///< its name says that it holds percent
+    bool isLeftOut = false; ///< it held the wavelength of the next one
 };
 
 /// How the values of a table are told apart.
@@ -30,8 +31,7 @@ enum class RowReading { kNone, kLines, kTabs, kWrapped };
 struct TableForm {
     std::vector<TableColumn> columns;
     RowReading reading =
-        RowReading::kNone;      ///< nothing before the samples are in form, and where they cannot be
-    std::size_t namesTaken = 0; ///< columns that are left out again
+        RowReading::kNone; ///< nothing before the samples are in form, and where they cannot be
 };
 
 /// A comment that has to leave its place.

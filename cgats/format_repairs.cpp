@@ -2,10 +2,12 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <new>
 #include <optional>
 #include <set>
 
 #include "base/number_text.h"
+#include "cgats/cgats_reader.h"
 #include "cgats/cgats_vocabulary.h"
 #include "cgats/document_repairs.h"
 #include "cgats/row_scan.h"
@@ -18,6 +20,7 @@ namespace {
 
 using Kind = TCgatsLiberty::Kind;
 
+constexpr int kSampleCountMismatchCode = 13;
 constexpr int kSmallestRun = 4; // of names that are wavelengths only together
 
 /// What the reader makes of a name.
@@ -28,21 +31,63 @@ struct NameClass {
     int number = 0;
 };
 
-NameClass classOf(TCgats& vocabulary, const std::string& name) {
-    NameClass found;
-    std::string canonical;
-    found.known =
-        vocabulary.MatchField(name.c_str(), &found.kind, &found.number, &found.dataType, &canonical) >= 0;
-    return found;
-}
+/// What names mean at a place of a text, as the reader knows them there. Goes along with the text.
+class FieldVocabulary {
+public:
+    explicit FieldVocabulary(const Repairs& shared) : repairs(shared) {}
+
+    /// Takes up what the lines before a place declare.
+    void readUpTo(std::size_t place) {
+        for (; next < repairs.outline.lines.size() && repairs.outline.lines[next].line.first < place;
+             ++next) {
+            const OutlineLine& line = repairs.outline.lines[next];
+            if (line.word == kKeyword && !line.value.empty() && !repairs.droppedLines[next]) {
+                const std::string name = valueOf(repairs.draft, line);
+                declare(name);
+                declarations[name].push_back(static_cast<int>(next));
+            } else if (line.word == kProcessColorId) {
+                CgatsReader::countProcessColor(plain);
+                CgatsReader::countProcessColor(declared);
+            }
+        }
+    }
+
+    void declare(const std::string& name) {
+        if (!name.empty() && declared.AddCustomField(name.c_str()) != 0)
+            throw std::bad_alloc();
+    }
+
+    /// The lines, as indices, that declare a name.
+    std::vector<int> declaringLines(const std::string& name) const {
+        const auto found = declarations.find(name);
+        return found == declarations.end() ? std::vector<int>() : found->second;
+    }
+
+    /// What the reader makes of a name, with and without declared ones.
+    NameClass given(const std::string& name) { return classOf(declared, name); }
+    NameClass asked(const std::string& name) { return classOf(plain, name); }
+
+private:
+    static NameClass classOf(TCgats& document, const std::string& name) {
+        NameClass found;
+        std::string canonical;
+        found.known = CgatsReader::classify(document, name.c_str(), &found.kind, &found.number,
+                                            &found.dataType, &canonical) >= 0;
+        return found;
+    }
+
+    const Repairs& repairs;
+    std::size_t next = 0;
+    TCgats plain; // knows no declared names
+    TCgats declared;
+    std::map<std::string, std::vector<int>> declarations;
+};
 
 /// The names of one table on their way into form.
 class FormatRepair {
 public:
-    FormatRepair(Repairs& shared, const OutlineTable& which)
-        : repairs(shared), draft(shared.draft), table(which) {
-        readDeclarations();
-    }
+    FormatRepair(Repairs& shared, const OutlineTable& which, FieldVocabulary& known)
+        : repairs(shared), draft(shared.draft), table(which), vocabulary(known) {}
 
     TableForm run() {
         names = table.names;
@@ -54,24 +99,6 @@ public:
     }
 
 private:
-    // What the lines before the data format declare.
-    void readDeclarations() {
-        const std::size_t before = repairs.line(table.formatLine).line.first;
-        for (std::size_t i = 0; i < repairs.outline.lines.size(); ++i) {
-            const OutlineLine& line = repairs.outline.lines[i];
-            if (line.line.first >= before)
-                break;
-            if (line.word == kKeyword && !line.value.empty() && !repairs.droppedLines[i]) {
-                const std::string name = valueOf(draft, line);
-                declared.AddCustomField(name.c_str());
-                declarations[name].push_back(static_cast<int>(i));
-            } else if (line.word == kProcessColorId) {
-                declared.ReadFromBuffer("PROCESSCOLOR_ID\n");
-                plain.ReadFromBuffer("PROCESSCOLOR_ID\n");
-            }
-        }
-    }
-
     // The columns of the rows, where the names between TABs fit these and the names between blanks do not.
     void takeNamesWithBlanks() {
         const auto& rows = table.rows;
@@ -100,6 +127,12 @@ private:
                 names.push_back(cell.inner);
     }
 
+    std::string withoutSpaces(Span where) const {
+        std::string name(where.of(draft.text));
+        std::replace_if(name.begin(), name.end(), isBlank, '_');
+        return name;
+    }
+
     // A column whose name may be a wavelength, where that is so.
     void findSpectra() {
         wavelengths.assign(names.size(), std::nullopt);
@@ -109,7 +142,7 @@ private:
             double before = 0.0;
             bool certain = false;
             while (last < names.size()) {
-                const auto name = spectralName(names[last].of(draft.text));
+                const auto name = spectralName(withoutSpaces(names[last]));
                 if (!name || name->wavelength <= before || (last > first && name->isCertain != certain))
                     break;
                 certain = name->isCertain;
@@ -128,17 +161,26 @@ private:
         std::string name(where.of(draft.text));
         if (wavelengths[index])
             return spectralColumn(where, *wavelengths[index]);
-        if (name.find_first_of(" \t\"") != std::string::npos && !classOf(declared, name).known)
+        if (name.find_first_of(" \t\"") != std::string::npos && !vocabulary.given(name).known)
             name = joined(where, name);
-        const NameClass asked = classOf(plain, name);
-        const NameClass given = classOf(declared, name);
+        NameClass asked = vocabulary.asked(name);
+        NameClass given = vocabulary.given(name);
+        // "nm380_SD" is no second column of 380 nm, although the reader takes it for one.
+        if (asked.kind == TCgatsField::kSpectral && !endsInDigit(name)) {
+            asked.known = false;
+            given.known = given.known && given.kind == TCgatsField::kCustom;
+        }
         if (!given.known)
             declare(where, name);
         else if (asked.known && asked.kind != TCgatsField::kCustom && given.kind == TCgatsField::kCustom)
             undeclare(name);
         const bool isText = !asked.known || asked.dataType == TCgatsField::kString;
-        return {name, where, isText, asked.known && asked.kind == TCgatsField::kSpectral ? asked.number : -1,
-                false};
+        return {name,  where, isText, asked.known && asked.kind == TCgatsField::kSpectral ? asked.number : -1,
+                false, false};
+    }
+
+    static bool endsInDigit(const std::string& name) {
+        return !name.empty() && name.back() >= '0' && name.back() <= '9';
     }
 
     std::string joined(Span where, std::string name) {
@@ -152,68 +194,67 @@ private:
     TableColumn spectralColumn(Span where, double wavelength) {
         const int rounded = static_cast<int>(std::floor(wavelength + 0.5));
         const std::string name(where.of(draft.text));
-        const NameClass given = classOf(declared, name);
-        const bool isRead = given.known && given.kind == TCgatsField::kSpectral;
+        const NameClass given = vocabulary.given(name);
+        const bool isRead =
+            given.known && given.kind == TCgatsField::kSpectral && withoutSpaces(where) == name;
         const bool isWhole = wavelength == rounded;
-        if (isWhole && classOf(plain, name).kind == TCgatsField::kSpectral && !isRead) {
+        const bool isSpelled =
+            withoutSpaces(where) == name && vocabulary.asked(name).kind == TCgatsField::kSpectral;
+        if (isWhole && isSpelled && !isRead) {
             taken.insert(rounded);
             undeclare(name);
-            return {name, where, false, rounded, false};
+            return {name, where, false, rounded, false, false};
         }
-        if (!taken.insert(rounded).second && !(isRead && isWhole))
+        const bool isAgain = !taken.insert(rounded).second;
+        if (isRead && isWhole && renamed.count(rounded) == 0)
+            return {name, where, false, rounded, false, false};
+        if (isAgain)
             draft.refuse(kUnknownField, where,
-                         "a wavelength of its own: two columns round to " + std::to_string(rounded) + " nm");
-        if (isRead && isWhole)
-            return {name, where, false, rounded, false};
+                         "a wavelength of its own: two columns stand for " + std::to_string(rounded) + " nm");
+        renamed.insert(rounded);
         const std::string proper = freeName(rounded);
         draft.edits.replace(where, proper);
         draft.took(isWhole ? Kind::kSpectralName : Kind::kWavelengthRounded, where,
                    "the column " + draft.quoted(where) + " named " + proper +
                        (isWhole ? "" : ", in whole nanometres"));
-        const auto declaring = declarations.find(name);
-        if (declaring != declarations.end())
-            repairs.uselessKeywords.insert(repairs.uselessKeywords.end(), declaring->second.begin(),
-                                           declaring->second.end());
+        const std::vector<int> declaring = vocabulary.declaringLines(name);
+        repairs.uselessKeywords.insert(repairs.uselessKeywords.end(), declaring.begin(), declaring.end());
         const bool isPercent = name.find("PCT") != std::string::npos || name.find("pct") != std::string::npos;
-        return {proper, where, false, rounded, isPercent};
+        return {proper, where, false, rounded, isPercent, false};
     }
 
     // A name of the wavelength that no line declares as text.
     std::string freeName(int wavelength) {
         for (const char* prefix : {"SPECTRAL_", "NM_", "SPECTRAL_NM_"}) {
             std::string name = prefix + std::to_string(wavelength);
-            if (classOf(declared, name).kind == TCgatsField::kSpectral)
+            if (vocabulary.given(name).kind == TCgatsField::kSpectral)
                 return name;
         }
         return "nm" + std::to_string(wavelength);
     }
 
     void declare(Span where, const std::string& name) {
-        declared.AddCustomField(name.c_str());
+        vocabulary.declare(name);
         repairs.putLine(repairs.line(table.formatLine).line.first, "KEYWORD \"" + name + '"');
         draft.took(Kind::kFieldDeclared, where,
                    "the line KEYWORD \"" + name + "\" put in for the column, whose values are text");
     }
 
     void undeclare(const std::string& name) {
-        const auto found = declarations.find(name);
-        if (found == declarations.end())
-            return;
-        for (const int index : found->second)
-            repairs.dropKeyword(index,
-                                "left out: it would turn a column that has a meaning of its own into text");
-        declarations.erase(found);
+        for (const int index : vocabulary.declaringLines(name))
+            if (!repairs.droppedLines[static_cast<std::size_t>(index)])
+                repairs.dropKeyword(
+                    index, "left out: it would turn a column that has a meaning of its own into text");
     }
 
     Repairs& repairs;
     Draft& draft;
     const OutlineTable& table;
-    TCgats plain;    // knows no declared names
-    TCgats declared; // knows those that stand before the format
-    std::map<std::string, std::vector<int>> declarations;
+    FieldVocabulary& vocabulary;
     std::vector<Span> names;
     std::vector<std::optional<double>> wavelengths;
     std::set<int> taken;
+    std::set<int> renamed; // those of columns with another name now
     TableForm form;
 };
 
@@ -231,11 +272,8 @@ void repairRemarks(Repairs& repairs, const OutlineTable& table) {
 void repairEndOfFormat(Repairs& repairs, const OutlineTable& table) {
     Draft& draft = repairs.draft;
     if (table.formatEndLine < 0) {
-        const std::size_t behind = repairs.line(table.dataLine).line.first;
-        std::size_t before = behind;
-        for (const OutlineLine& line : repairs.outline.lines)
-            if (line.line.first > repairs.line(table.formatLine).line.first)
-                before = std::min(before, line.line.first);
+        // The next line is at most that of the samples.
+        const std::size_t before = repairs.line(table.formatLine + 1).line.first;
         repairs.putLine(before, kKeywords[kEndDataFormat]);
         draft.took(Kind::kEndOfFormat, {before, before}, "the line END_DATA_FORMAT put in");
     }
@@ -247,7 +285,8 @@ void repairFieldCount(Repairs& repairs, const OutlineTable& table, std::size_t c
         return;
     const OutlineLine& line = repairs.line(table.fieldsLine);
     const std::string declaredCount = valueOf(draft, line);
-    const bool behindFormat = line.line.first > repairs.line(table.formatLine).line.first;
+    const bool behindFormat =
+        table.formatLine >= 0 && line.line.first > repairs.line(table.formatLine).line.first;
     if (!behindFormat && textToInt(declaredCount.c_str()) == static_cast<int>(count))
         return;
     const std::string found = std::to_string(count);
@@ -289,7 +328,6 @@ public:
         });
         for (const Pair& pair : pairs)
             rename(pair);
-        form.namesTaken = pairs.size();
     }
 
 private:
@@ -308,7 +346,7 @@ private:
         for (std::size_t i = 0; i + 1 < form.columns.size(); ++i) {
             const bool isPercent = isNamed(form.columns[i + 1], kSpectralPct);
             if (isNamed(form.columns[i], kSpectralNm) &&
-                (isPercent || isNamed(form.columns[i + 1], kSpectralDec)) && !form.columns[i].where.empty())
+                (isPercent || isNamed(form.columns[i + 1], kSpectralDec)))
                 pairs.push_back({i, -1, isPercent});
         }
     }
@@ -334,21 +372,32 @@ private:
 
     bool differ() const {
         std::set<int> seen;
-        for (const Pair& pair : pairs)
-            seen.insert(pair.wavelength);
-        return seen.size() == pairs.size();
+        for (const TableColumn& column : form.columns)
+            if (column.wavelength >= 0)
+                seen.insert(column.wavelength);
+        return std::all_of(pairs.begin(), pairs.end(),
+                           [&](const Pair& pair) { return seen.insert(pair.wavelength).second; });
+    }
+
+    // The names, or the samples where the names are those of another table.
+    Span placeOf(const TableColumn& named, const TableColumn& valued) const {
+        const std::size_t first = table.rows.front().line.first;
+        return named.where.empty() ? Span{first, first} : Span{named.where.first, valued.where.last};
     }
 
     void rename(const Pair& pair) {
         TableColumn& named = form.columns[pair.column];
         TableColumn& valued = form.columns[pair.column + 1];
         const std::string name = "SPECTRAL_" + std::to_string(pair.wavelength);
-        draft.edits.remove({named.where.first, valued.where.first});
-        draft.edits.replace(valued.where, name);
-        draft.took(Kind::kSpectralPairs, {named.where.first, valued.where.last},
+        if (!named.where.empty()) {
+            draft.edits.remove({named.where.first, valued.where.first});
+            draft.edits.replace(valued.where, name);
+        }
+        draft.took(Kind::kSpectralPairs, placeOf(named, valued),
                    "the columns " + named.name + " and " + valued.name + " made the column " + name);
+        named.isLeftOut = true;
         if (pair.exact != pair.wavelength)
-            draft.took(Kind::kWavelengthRounded, named.where,
+            draft.took(Kind::kWavelengthRounded, placeOf(named, valued),
                        "the wavelength of the column " + name + " rounded to whole nanometres");
         valued.name = name;
         valued.wavelength = pair.wavelength;
@@ -361,11 +410,12 @@ private:
     std::vector<Pair> pairs;
 };
 
-void takeFormatOver(Repairs& repairs, const OutlineTable& table, const TableForm& before) {
+void takeFormatOver(Repairs& repairs, const OutlineTable& table, const TableForm& form) {
     Draft& draft = repairs.draft;
     std::string names;
-    for (const TableColumn& column : before.columns)
-        names += (names.empty() ? "" : "\t") + column.name;
+    for (const TableColumn& column : form.columns)
+        if (!column.isLeftOut)
+            names += (names.empty() ? "" : "\t") + column.name;
     const OutlineLine& data = repairs.line(table.dataLine);
     for (const std::string& line : {std::string(kKeywords[kBeginDataFormat]), names})
         repairs.putLine(data.line.first, line);
@@ -375,20 +425,40 @@ void takeFormatOver(Repairs& repairs, const OutlineTable& table, const TableForm
                "the data format of the table before put in for this one");
 }
 
+/// The form of the table before, where the first row fits it; nothing else.
+TableForm formTakenOver(Repairs& repairs, const OutlineTable& table) {
+    if (repairs.tables.empty() || repairs.tables.back().columns.empty() || table.rows.empty())
+        return {};
+    const std::vector<TableColumn>& columns = repairs.tables.back().columns;
+    const Span line = table.rows.front().line;
+    if (table.rows.front().values != static_cast<int>(columns.size()) &&
+        cellsBetweenTabs(repairs.draft.text, line, columns.size()).size() != columns.size()) {
+        repairs.draft.refuse(
+            kSampleCountMismatchCode, withoutBlanks(repairs.draft.text, line),
+            std::to_string(columns.size()) +
+                " values, as the table before has columns; this one has no data format of its own");
+        return {};
+    }
+    TableForm form;
+    form.columns = columns;
+    for (TableColumn& column : form.columns)
+        column.where = Span();
+    return form;
+}
+
 } // namespace
 
 void repairFormats(Repairs& repairs) {
+    FieldVocabulary vocabulary(repairs);
     for (const OutlineTable& table : repairs.outline.tables) {
         if (table.formatLine < 0) {
-            TableForm before = repairs.tables.empty() ? TableForm() : repairs.tables.back();
-            if (!before.columns.empty())
-                takeFormatOver(repairs, table, before);
-            repairs.tables.push_back(std::move(before));
+            repairs.tables.push_back(formTakenOver(repairs, table));
             continue;
         }
         repairRemarks(repairs, table);
         repairEndOfFormat(repairs, table);
-        repairs.tables.push_back(FormatRepair(repairs, table).run());
+        vocabulary.readUpTo(repairs.line(table.formatLine).line.first);
+        repairs.tables.push_back(FormatRepair(repairs, table, vocabulary).run());
     }
 }
 
@@ -399,10 +469,16 @@ void repairPairs(Repairs& repairs) {
 }
 
 void repairFieldCounts(Repairs& repairs) {
-    for (std::size_t i = 0; i < repairs.outline.tables.size(); ++i)
-        if (repairs.outline.tables[i].formatLine >= 0)
-            repairFieldCount(repairs, repairs.outline.tables[i],
-                             repairs.tables[i].columns.size() - repairs.tables[i].namesTaken);
+    for (std::size_t i = 0; i < repairs.outline.tables.size(); ++i) {
+        const std::vector<TableColumn>& columns = repairs.tables[i].columns;
+        if (columns.empty())
+            continue;
+        const auto isThere = [](const TableColumn& column) { return !column.isLeftOut; };
+        const auto count = std::count_if(columns.begin(), columns.end(), isThere);
+        repairFieldCount(repairs, repairs.outline.tables[i], static_cast<std::size_t>(count));
+        if (repairs.outline.tables[i].formatLine < 0)
+            takeFormatOver(repairs, repairs.outline.tables[i], repairs.tables[i]);
+    }
 }
 
 } // namespace qxcms::detail

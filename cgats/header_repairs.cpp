@@ -74,7 +74,9 @@ void repairKeyword(Draft& draft, const OutlineLine& line) {
 }
 
 void cutValue(Draft& draft, const OutlineLine& line, const ValueForm& form) {
-    draft.edits.replace(line.value, '"' + form.inner.substr(0, kMaxValue) + '"');
+    std::string kept = form.inner.substr(0, kMaxValue);
+    std::replace(kept.begin(), kept.end(), '"', '\'');
+    draft.edits.replace(line.value, '"' + kept + '"');
     draft.took(Kind::kTooLong, line.value,
                "the value of " + draft.quoted(line.keyword) + " cut to the " + std::to_string(kMaxValue) +
                    " characters that are kept");
@@ -203,7 +205,9 @@ public:
         }
         const OutlineLine& line = lineNow();
         ++next;
-        draft.edits.put(withoutBlanks(draft.text, line.line).last,
+        // What stands behind BEGIN_DATA or BEGIN_DATA_FORMAT goes on a line of its own.
+        const bool isBroken = line.word == kBeginData || line.word == kBeginDataFormat;
+        draft.edits.put(isBroken ? line.keyword.last : withoutBlanks(draft.text, line.line).last,
                         " #" + comment.text.substr(0, kMaxComment));
         const bool cut = comment.text.size() > kMaxComment;
         draft.took(

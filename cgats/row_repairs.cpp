@@ -48,7 +48,7 @@ public:
 
 private:
     RowReading takeRows() {
-        if (rowsFit())
+        if (rowsFit() && !fitBetterBetweenTabs())
             return RowReading::kLines;
         if (takeTabs())
             return RowReading::kTabs;
@@ -61,8 +61,55 @@ private:
 
     bool rowsFit() {
         rowCount = table.rows.size();
-        return std::all_of(table.rows.begin(), table.rows.end(),
-                           [&](const OutlineRow& row) { return fits(row); });
+        if (!table.all.haveAll(static_cast<int>(width)) || table.all.openQuote)
+            return false;
+        return !table.all.special || std::none_of(table.rows.begin(), table.rows.end(),
+                                                  [&](const OutlineRow& row) { return isRemark(row); });
+    }
+
+    // As many values between blanks as between TABs, but texts where numbers belong, which only the latter
+    // puts right: a blank within a text makes up for an empty cell.
+    bool fitBetterBetweenTabs() const {
+        std::uint64_t numbers = 0;
+        for (std::size_t i = 0; i < width; ++i)
+            numbers |= isTextColumn(i) ? 0 : bitOfValue(static_cast<int>(i));
+        if ((table.all.strange & numbers) == 0)
+            return false;
+        const auto hasText = [&](const OutlineRow& row) {
+            return (row.strange & numbers) != 0 && !areNumbers(cellsOf(draft.text, row.line));
+        };
+        const auto areTabbed = [&](const OutlineRow& row) {
+            const std::vector<Cell> cells = cellsBetweenTabs(draft.text, row.line, width);
+            return cells.size() == width && areNumbers(cells);
+        };
+        return std::any_of(table.rows.begin(), table.rows.end(), hasText) &&
+               std::all_of(table.rows.begin(), table.rows.end(), areTabbed);
+    }
+
+    // Empty cells count as numbers that are not there.
+    bool areNumbers(const std::vector<Cell>& cells) const {
+        for (std::size_t i = 0; i < width; ++i) {
+            const std::string_view text = cells[i].inner.of(draft.text);
+            if (!isTextColumn(i) && !text.empty() && !isDecimalNumber(text) && withoutThousands(text).empty())
+                return false;
+        }
+        return true;
+    }
+
+    // A comment among the samples begins with a number sign, and does not fit as a row or has a blank behind
+    // the sign.
+    bool isRemark(const OutlineRow& row) const {
+        const Span words = withoutBlanks(draft.text, row.line);
+        if (draft.text[words.first] != '#')
+            return false;
+        return !fits(row) || words.length() == 1 || isBlank(draft.text[words.first + 1]);
+    }
+
+    bool rowsBeginWithNumberSigns() const {
+        return std::any_of(table.rows.begin(), table.rows.end(), [&](const OutlineRow& row) {
+            return fits(row) && !isRemark(row) &&
+                   draft.text[withoutBlanks(draft.text, row.line).first] == '#';
+        });
     }
 
     bool isTextColumn(std::size_t column) const { return form.columns[column].isText; }
@@ -79,14 +126,21 @@ private:
     }
 
     bool takeTabRow(const OutlineRow& row, std::vector<RowChange>& changes) const {
-        std::vector<Cell> cells = cellsBetweenTabs(draft.text, row.line);
-        while (cells.size() > width && cells.back().whole.empty())
-            cells.pop_back();
+        const std::vector<Cell> cells = cellsBetweenTabs(draft.text, row.line, width);
         if (cells.size() != width)
             return false;
-        for (std::size_t i = 0; i < width; ++i)
+        // A row that is cut off may lack texts, and the value whose TAB is there.
+        const bool endsWithTab = draft.text[row.line.last - 1] == '\t';
+        const std::size_t present = cellsBetweenTabs(draft.text, row.line).size() + (endsWithTab ? 1U : 0U);
+        for (std::size_t i = 0; i < width; ++i) {
+            if (i >= present && !isTextColumn(i))
+                return false;
+            if (i >= present)
+                changes.push_back({Kind::kEmptyCell, cells[i].whole, cells[i].whole, "\t",
+                                   "a TAB put in for a cell that is missing at the end of the line"});
             if (!takeCell(cells[i], isTextColumn(i), changes))
                 return false;
+        }
         return true;
     }
 
@@ -130,14 +184,15 @@ private:
     bool takeLines() {
         std::vector<RowChange> changes;
         std::vector<Span> remarks;
+        numberSignsBegin = rowsBeginWithNumberSigns();
         std::size_t count = 0;
         for (const OutlineRow& row : table.rows) {
+            if (takeRemark(row, remarks))
+                continue;
             if (fits(row)) {
                 ++count;
                 continue;
             }
-            if (takeRemark(row, remarks))
-                continue;
             if (!takeTrailingRemark(row, remarks) && !takeDoubledQuotes(row, changes) &&
                 !takeOpenQuote(row, changes))
                 return false;
@@ -153,9 +208,9 @@ private:
     }
 
     bool takeRemark(const OutlineRow& row, std::vector<Span>& remarks) const {
-        const Span words = withoutBlanks(draft.text, row.line);
-        if (draft.text[words.first] != '#')
+        if (!isRemark(row) || numberSignsBegin)
             return false;
+        const Span words = withoutBlanks(draft.text, row.line);
         remarks.push_back({words.first, row.line.last});
         return true;
     }
@@ -233,9 +288,11 @@ private:
     // Numbers that the reader would not understand as a whole.
 
     void repairNumbers() {
+        if (!table.all.special || form.reading != RowReading::kLines)
+            return;
         std::vector<RowChange> changes;
         for (const OutlineRow& row : table.rows) {
-            if (!row.special || !fits(row) || form.reading != RowReading::kLines)
+            if (!row.special || !fits(row))
                 continue;
             const std::vector<Cell> cells = cellsOf(draft.text, row.line);
             for (std::size_t i = 0; i < width; ++i)
@@ -313,6 +370,7 @@ private:
     TableForm& form;
     const std::size_t width;
     std::size_t rowCount = 0;
+    bool numberSignsBegin = false; // a row's first value, so that nothing can be told for a comment
 };
 
 } // namespace
@@ -337,7 +395,7 @@ std::optional<std::size_t> wrappedRows(const std::vector<OutlineRow>& lines, std
 std::vector<Cell> cellsOfRow(std::string_view text, const OutlineRow& row, const TableForm& form) {
     const std::size_t width = form.columns.size();
     std::vector<Cell> cells =
-        form.reading == RowReading::kTabs ? cellsBetweenTabs(text, row.line) : cellsOf(text, row.line);
+        form.reading == RowReading::kTabs ? cellsBetweenTabs(text, row.line, width) : cellsOf(text, row.line);
     if (form.reading == RowReading::kLines && cells.size() != width && row.special) {
         std::vector<Cell> others = cellsWithDoubledQuotes(text, row.line);
         if (others.size() == width)

@@ -54,7 +54,7 @@ class RowCounter {
 public:
     RowCounter(std::string_view what, std::size_t first)
         : begin(what.data()), at(what.data() + first),
-          end(what.data() + what.size()), counted{{first, first}, 0, 0, false, false, false, false} {}
+          end(what.data() + what.size()), counted{{first, first}, 0, 0, 0, false, false, false, false} {}
 
     bool atLineEnd() const { return at == end || isLineEnd(*at); }
 
@@ -70,13 +70,16 @@ public:
             takeQuoted();
             return;
         }
-        counted.special = counted.special || c == '"' || c == ',';
+        counted.special = counted.special || c == '"' || c == ',' || c == '#';
         counted.hasNul = counted.hasNul || c == '\0';
         const bool starts = !isBlank(c) && !within;
         counted.values += starts ? 1 : 0;
         const bool isSecond = firstIsNoPoint && !isBlank(c) && c != '.';
-        if (isSecond || (!isBlank(c) && !isPlain(c)))
-            markLarge();
+        const bool isStrange = !isBlank(c) && !isPlain(c);
+        if (isSecond || isStrange)
+            counted.large |= bitOfValue(counted.values - 1);
+        if (isStrange)
+            counted.strange |= bitOfValue(counted.values - 1);
         firstIsNoPoint = starts && c != '.';
         within = !isBlank(c);
         ++run;
@@ -99,12 +102,11 @@ private:
         run = 0;
     }
 
-    void markLarge() { counted.large |= bitOfValue(counted.values - 1); }
-
     void takeQuoted() {
         counted.special = true;
         ++counted.values;
-        markLarge();
+        counted.large |= bitOfValue(counted.values - 1);
+        counted.strange |= bitOfValue(counted.values - 1);
         endRun();
         const char* const closing =
             std::find_if(at + 1, end, [](char c) { return c == '"' || isLineEnd(c); });
@@ -181,12 +183,18 @@ bool RowCounter::takeBlock() {
     const std::uint64_t starts = valued & ~(valued << 1 | (within ? 1U : 0U));
     const std::uint64_t firsts = starts & ~points;
     const std::uint64_t seconds = (firsts << 1 | (firstIsNoPoint ? 1U : 0U)) & ~points;
-    for (std::uint64_t large = (seconds | ~plain) & valued; large != 0; large &= large - 1) {
-        const char c = at[std::countr_zero(large)];
-        counted.special = counted.special || c == ',';
+    const auto bitAt = [&](std::uint64_t bits) {
+        return bitOfValue(counted.values + countOf(starts & (bits ^ (bits - 1))) - 1);
+    };
+    for (std::uint64_t bits = seconds & valued; bits != 0; bits &= bits - 1)
+        counted.large |= bitAt(bits);
+    for (std::uint64_t bits = ~plain & valued; bits != 0; bits &= bits - 1) {
+        const char c = at[std::countr_zero(bits)];
+        counted.special = counted.special || c == ',' || c == '#';
         counted.hasNul = counted.hasNul || c == '\0';
-        counted.large |= bitOfValue(counted.values + countOf(starts & (large ^ (large - 1))) - 1);
+        counted.strange |= bitAt(bits);
     }
+    counted.large |= counted.strange;
     counted.values += countOf(starts);
     within = (valued >> (length - 1)) != 0;
     firstIsNoPoint = (firsts >> (length - 1)) != 0;
@@ -240,6 +248,17 @@ std::vector<Cell> cellsBetweenTabs(std::string_view text, Span line) {
                          closed || !quoted});
         at = tab + 1;
     }
+    return found;
+}
+
+std::vector<Cell> cellsBetweenTabs(std::string_view text, Span line, std::size_t columns) {
+    std::vector<Cell> found = cellsBetweenTabs(text, line);
+    while (found.size() > columns && found.back().whole.empty())
+        found.pop_back();
+    const Span end{line.last, line.last};
+    if (found.size() > 1)
+        while (found.size() < columns)
+            found.push_back({end, end, false, true});
     return found;
 }
 

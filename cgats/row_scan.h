@@ -40,4 +40,8 @@ std::vector<Cell> cellsWithDoubledQuotes(std::string_view text, Span line);
 /// last cell.
 std::vector<Cell> cellsBetweenTabs(std::string_view text, Span line);
 
+/// The same for so many columns: empty cells too many at the end are left out, and those that are missing
+/// there stand at the end of the line.
+std::vector<Cell> cellsBetweenTabs(std::string_view text, Span line, std::size_t columns);
+
 } // namespace qxcms::detail

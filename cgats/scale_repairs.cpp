@@ -1,6 +1,7 @@
 // Spectra in percent that the reader would take for fractions, normalised spectra, XYZ of 0 to 1, device
 // values.
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <limits>
 #include <optional>
@@ -55,12 +56,14 @@ struct Extent {
 
 using Columns = std::vector<std::size_t>;
 
-/// Of the first rows of a table, at most `most`.
+/// Of the first rows of a table, at most `most`; what is no number as a whole does not count.
 Extent extentOf(const Draft& draft, const OutlineTable& table, const TableForm& form, const Columns& columns,
                 std::size_t most = std::numeric_limits<std::size_t>::max()) {
     Extent extent;
     forEachRow(draft.text, table, form, [&](const std::vector<Cell>& cells) {
         for (const std::size_t column : columns) {
+            if (!isDecimalNumber(cells[column].inner.of(draft.text)))
+                continue;
             const double value = valueOf(draft, cells[column]);
             extent.least = std::min(extent.least, value);
             extent.largest = std::max(extent.largest, value);
@@ -79,6 +82,8 @@ std::vector<OutlineRow> rowsThatMayBeLarge(const OutlineTable& table, const Tabl
         bits |= bitOfValue(static_cast<int>(column));
     const int width = form.reading == RowReading::kLines ? static_cast<int>(form.columns.size()) : -1;
     std::vector<OutlineRow> rows;
+    if (table.all.haveAll(width) && (table.all.large & bits) == 0)
+        return rows;
     std::copy_if(table.rows.begin(), table.rows.end(), std::back_inserter(rows),
                  [=](const OutlineRow& row) { return row.values != width || (row.large & bits) != 0; });
     return rows;
@@ -93,8 +98,10 @@ bool staysBelow(const Draft& draft, const OutlineTable& table, const TableForm& 
     const auto isBelow = [&](const OutlineTable& rows) {
         bool below = true;
         forEachRow(draft.text, rows, form, [&](const std::vector<Cell>& cells) {
-            below = std::all_of(columns.begin(), columns.end(),
-                                [&](std::size_t column) { return valueOf(draft, cells[column]) <= limit; });
+            below = std::all_of(columns.begin(), columns.end(), [&](std::size_t column) {
+                return !isDecimalNumber(cells[column].inner.of(draft.text)) ||
+                       valueOf(draft, cells[column]) <= limit;
+            });
             return below;
         });
         return below;
@@ -126,25 +133,14 @@ Columns standardColumns(const TableForm& form, int first, int last) {
     return columns;
 }
 
-/// Whether every value is a number as a whole: what is none could not be brought along.
-bool areNumbers(const Draft& draft, const OutlineTable& table, const TableForm& form,
-                const Columns& columns) {
-    bool numbers = true;
-    forEachRow(draft.text, table, form, [&](const std::vector<Cell>& cells) {
-        numbers = std::all_of(columns.begin(), columns.end(), [&](std::size_t column) {
-            return isDecimalNumber(cells[column].inner.of(draft.text));
-        });
-        return numbers;
-    });
-    return numbers;
-}
-
 void replaceValues(Draft& draft, const OutlineTable& table, const TableForm& form, const Columns& columns,
                    double factor, int places) {
     forEachRow(draft.text, table, form, [&](const std::vector<Cell>& cells) {
         for (const std::size_t column : columns) {
             const Cell& cell = cells[column];
             const std::string_view text = cell.inner.of(draft.text);
+            if (!isDecimalNumber(text))
+                continue;
             draft.edits.replace(cell.inner, places != 0
                                                 ? withPointMoved(text, places)
                                                 : generalText(valueOf(draft, cell) * factor, kPlainDigits));
@@ -160,9 +156,10 @@ public:
 
     void run() {
         std::vector<std::size_t> tables;
+        const std::vector<int> norms = normsOfTables();
         int norm = -1;
         for (std::size_t i = 0; i < repairs.outline.tables.size(); ++i) {
-            const int next = normBefore(i);
+            const int next = norms[i];
             if (next != norm) {
                 bring(norm, tables);
                 tables.clear();
@@ -178,22 +175,32 @@ private:
     const OutlineTable& table(std::size_t index) const { return repairs.outline.tables[index]; }
     const TableForm& form(std::size_t index) const { return repairs.tables[index]; }
 
+    // As the reader takes the values, also those that are no numbers as a whole.
     double largestOfFirstRows(std::size_t index) const {
-        return extentOf(draft, table(index), form(index), spectralColumns(form(index)), kInspectedRows)
-            .largest;
+        const Columns columns = spectralColumns(form(index));
+        double largest = 0.0;
+        std::size_t rows = 0;
+        forEachRow(draft.text, table(index), form(index), [&](const std::vector<Cell>& cells) {
+            for (const std::size_t column : columns)
+                largest = std::max(largest, valueOf(draft, cells[column]));
+            return ++rows < kInspectedRows;
+        });
+        return largest;
     }
 
-    // The last line before the samples.
-    int normBefore(std::size_t index) const {
-        int found = -1;
-        const std::size_t before = repairs.line(table(index).dataLine).line.first;
-        for (std::size_t i = 0; i < repairs.outline.lines.size(); ++i) {
+    // The last line before the samples of each table, -1 for none.
+    std::vector<int> normsOfTables() const {
+        std::vector<int> norms;
+        int norm = -1;
+        for (std::size_t i = 0;
+             i < repairs.outline.lines.size() && norms.size() < repairs.outline.tables.size(); ++i) {
             const OutlineLine& line = repairs.outline.lines[i];
-            if (line.line.first < before && line.keyword.of(draft.text) == kSpectralNorm &&
-                !line.value.empty())
-                found = static_cast<int>(i);
+            if (line.keyword.of(draft.text) == kSpectralNorm && !line.value.empty())
+                norm = static_cast<int>(i);
+            if (table(norms.size()).dataLine == static_cast<int>(i))
+                norms.push_back(norm);
         }
-        return found;
+        return norms;
     }
 
     void bring(int norm, const std::vector<std::size_t>& tables) {
@@ -201,7 +208,7 @@ private:
             return;
         if (norm >= 0) {
             const double whole = textToDouble(detail::valueOf(draft, repairs.line(norm)).c_str());
-            if (whole > 0.0 && whole != kOne)
+            if (std::isfinite(whole) && whole > 0.0 && whole != kOne)
                 bringNormalised(norm, whole, tables);
             return;
         }
@@ -215,9 +222,8 @@ private:
         const bool saysPercent = std::any_of(columns.begin(), columns.end(),
                                              [](const TableColumn& column) { return column.isPercent; });
         if (largestOfFirstRows(index) > kLargestFraction ||
-            staysBelow(draft, table(index), form(index), spectra, saysPercent ? kOne : kLargestFraction) ||
-            extentOf(draft, table(index), form(index), spectra).largest > kLargestPercent ||
-            !areNumbers(draft, table(index), form(index), spectra))
+            (!saysPercent && staysBelow(draft, table(index), form(index), spectra, kLargestFraction)) ||
+            extentOf(draft, table(index), form(index), spectra).largest > kLargestPercent)
             return;
         replaceValues(draft, table(index), form(index), spectralColumns(form(index)), 0.0, -kPlacesOfPercent);
         tell(index,
@@ -230,10 +236,7 @@ private:
         const bool shows = std::all_of(tables.begin(), tables.end(), [&](std::size_t index) {
             return largestOfFirstRows(index) * 100.0 / whole > kLargestFraction;
         });
-        const bool areWhole = std::all_of(tables.begin(), tables.end(), [&](std::size_t index) {
-            return areNumbers(draft, table(index), form(index), spectralColumns(form(index)));
-        });
-        if ((isPercent && shows) || !areWhole)
+        if (isPercent && shows)
             return;
         const double target = shows ? 100.0 : kOne;
         for (const std::size_t index : tables) {
@@ -269,8 +272,7 @@ void bringXyz(Draft& draft, const Repairs& repairs, const OutlineTable& table, c
     const Extent luminance = extentOf(draft, table, form, y);
     const bool isSmall = all.rows >= kFewestRowsForXyz && all.least >= 0.0;
     const bool isWhite = luminance.largest >= kLeastWhiteY && luminance.largest <= kMostWhiteY;
-    if (!isSmall || !isWhite || luminance.least > kBlackToWhite * luminance.largest ||
-        !areNumbers(draft, table, form, xyz))
+    if (!isSmall || !isWhite || luminance.least > kBlackToWhite * luminance.largest)
         return;
     replaceValues(draft, table, form, xyz, 0.0, kPlacesOfPercent);
     draft.took(Kind::kXyzScale, repairs.line(table.dataLine).keyword,

@@ -67,11 +67,10 @@ public:
     void Refused(const TCgatsDiagnostic& diagnostic) override {
         offset = diagnostic.offset;
         length = diagnostic.tokenLength;
-        guarded(0, [&] {
+        refused = guarded(false, [&] {
             expected = diagnostic.expected;
-            return 0;
+            return true;
         });
-        refused = true;
     }
 
     bool refused = false;
@@ -149,51 +148,87 @@ public:
 
     NormalizedText run() {
         decode();
-        Draft draft(text());
-        repair(draft, outline);
-        draft.edits.sort();
-        place(draft, draft.liberties, cleaning, told.liberties);
-        place(draft, draft.remarks, cleaning, told.remarks);
-        const std::string changed = draft.edits.empty() ? std::string() : draft.edits.appliedTo(text());
-        if (!draft.objection)
-            draft.objection = draft.edits.empty() ? objectionToRows() : objectionTo(changed, draft.edits);
-        if (draft.objection)
-            refuse(*draft.objection);
-        if (!draft.edits.empty())
-            told.text = changed;
-        else
-            told.text = std::move(cleaning.empty() ? source : cleaned);
+        bool changes = true;
+        for (int round = 0; changes && told.code == 0 && round < kMostRounds; ++round) {
+            Draft draft(text());
+            repair(draft, outline);
+            draft.edits.sort();
+            tell(draft);
+            changes = !draft.edits.empty();
+            if (draft.objection)
+                refuse(*draft.objection);
+            else if (changes)
+                take(draft);
+        }
+        if (told.code == 0) {
+            const std::optional<Objection> objection =
+                steps.empty() ? objectionToRows() : objectionTo(text(), TextEdits());
+            if (objection)
+                refuse(*objection);
+        }
+        told.text = std::move(steps.empty() ? source : made);
         return std::move(told);
     }
 
 private:
-    const std::string& text() const { return cleaning.empty() ? source : cleaned; }
+    // A repair can show what another one has to do, such as the scale of numbers that could not be read
+    // before.
+    static constexpr int kMostRounds = 4;
+
+    /// The text as it is now.
+    const std::string& text() const { return steps.empty() ? source : made; }
 
     void decode() {
         const bool isUtf16 = looksLikeUtf16(source);
+        const bool isOdd = isUtf16 && source.size() % 2 != 0;
         if (isUtf16)
             source = utf8OfUtf16(source);
         Draft draft(source);
         if (isUtf16)
-            draft.took(Kind::kEncoding, {0, 0}, "the text turned from UTF-16 into UTF-8");
+            draft.took(Kind::kEncoding, {0, 0},
+                       std::string("the text turned from UTF-16 into UTF-8") +
+                           (isOdd ? ", without the odd byte at its end" : ""));
         outline = outlineOf(source);
-        if (outline.hasNul || markLength(source) > 0) {
+        const bool isClean = !outline.hasNul && markLength(source) == 0;
+        if (!isClean)
             clean(draft);
-            cleaned = draft.edits.appliedTo(source);
-            outline = outlineOf(cleaned);
-        }
-        place(draft, draft.liberties, TextEdits(), told.liberties);
-        cleaning = std::move(draft.edits);
+        place(draft, draft.liberties, told.liberties);
+        if (!isClean)
+            take(draft);
     }
 
-    /// Adds findings in a text made from the source to those there are, in the order of the source.
-    void place(const Draft& draft, std::vector<Finding>& findings, const TextEdits& made,
-               std::vector<TCgatsLiberty>& list) const {
+    void take(const Draft& draft) {
+        std::string changed = draft.edits.appliedTo(text());
+        steps.push_back(draft.edits);
+        made = std::move(changed);
+        outline = outlineOf(made);
+    }
+
+    std::size_t sourceOf(std::size_t position) const {
+        for (auto step = steps.rbegin(); step != steps.rend(); ++step)
+            position = step->sourceOf(position);
+        return position;
+    }
+
+    void tell(Draft& draft) {
+        // These are found anew in every round.
+        const auto isLasting = [](const TCgatsLiberty& liberty) {
+            return liberty.kind == Kind::kLineNotKept;
+        };
+        told.liberties.erase(std::remove_if(told.liberties.begin(), told.liberties.end(), isLasting),
+                             told.liberties.end());
+        told.remarks.clear();
+        place(draft, draft.liberties, told.liberties);
+        place(draft, draft.remarks, told.remarks);
+    }
+
+    /// Adds findings in the text as it is to those there are, in the order of the source.
+    void place(const Draft& draft, std::vector<Finding>& findings, std::vector<TCgatsLiberty>& list) const {
         std::stable_sort(findings.begin(), findings.end(),
                          [](const Finding& a, const Finding& b) { return a.token.first < b.token.first; });
         PlaceCounter counter(source);
         for (Finding& finding : findings) {
-            counter.moveTo(made.sourceOf(finding.token.first));
+            counter.moveTo(sourceOf(finding.token.first));
             list.push_back({finding.kind, counter.lineNow(), counter.columnNow(),
                             std::string(finding.token.of(draft.text)), std::move(finding.done)});
         }
@@ -202,10 +237,7 @@ private:
 
     /// What the reader says against a text with one row of each table, as it says of the whole.
     std::optional<Objection> objectionToRows() const {
-        const auto hasLongValue = [](const OutlineTable& table) {
-            return std::any_of(table.rows.begin(), table.rows.end(),
-                               [](const OutlineRow& row) { return row.tooLong; });
-        };
+        const auto hasLongValue = [](const OutlineTable& table) { return table.all.tooLong; };
         if (std::any_of(outline.tables.begin(), outline.tables.end(), hasLongValue))
             return objectionTo(text(), TextEdits());
         const TextEdits shortening = withOneRowEach(outline);
@@ -213,10 +245,10 @@ private:
     }
 
     /// What the reader says against a text that is made from the one in hand.
-    std::optional<Objection> objectionTo(const std::string& made, const TextEdits& edits) const {
+    std::optional<Objection> objectionTo(const std::string& other, const TextEdits& edits) const {
         RefusalKeeper keeper;
         TCgats document;
-        const int code = document.ReadFromBuffer(made.c_str(), &keeper);
+        const int code = document.ReadFromBuffer(other.c_str(), &keeper);
         if (code == 0)
             return std::nullopt;
         // Nothing is wrong with the text where the reader says nothing.
@@ -228,16 +260,16 @@ private:
 
     void refuse(const Objection& objection) {
         PlaceCounter counter(source);
-        counter.moveTo(cleaning.sourceOf(objection.token.first));
+        counter.moveTo(sourceOf(objection.token.first));
         told.code = objection.code;
         told.refusal = std::make_unique<TCgatsRefusal>(
             TCgatsRefusal{objection.code, counter.lineNow(), counter.columnNow(),
                           std::string(objection.token.of(text())), objection.expected});
     }
 
-    std::string source;  // in UTF-8
-    std::string cleaned; // without a byte-order mark and NUL bytes, where there were some
-    TextEdits cleaning;
+    std::string source; // in UTF-8
+    std::string made;   // from it, where there are steps
+    std::vector<TextEdits> steps;
     DocumentOutline outline;
     NormalizedText told;
 };

@@ -40,7 +40,8 @@ void expectSameRows(const std::string& text) {
     for (std::size_t first = 0; first < text.size(); ++first) {
         const detail::OutlineRow fast = detail::scanRow(text, first);
         const detail::OutlineRow plain = detail::scanRowPlainly(text, first);
-        must(fast.line.last == plain.line.last && fast.large == plain.large && fast.values == plain.values &&
+        must(fast.line.last == plain.line.last && fast.large == plain.large &&
+                 fast.strange == plain.strange && fast.values == plain.values &&
                  fast.openQuote == plain.openQuote && fast.special == plain.special &&
                  fast.hasNul == plain.hasNul && fast.tooLong == plain.tooLong,
              "a line counts the same in blocks and by the character");

@@ -10,8 +10,8 @@ namespace qxcms::detail {
 
 static bool operator==(const OutlineRow& a, const OutlineRow& b) {
     return a.line.first == b.line.first && a.line.last == b.line.last && a.large == b.large &&
-           a.values == b.values && a.openQuote == b.openQuote && a.special == b.special &&
-           a.hasNul == b.hasNul && a.tooLong == b.tooLong;
+           a.strange == b.strange && a.values == b.values && a.openQuote == b.openQuote &&
+           a.special == b.special && a.hasNul == b.hasNul && a.tooLong == b.tooLong;
 }
 
 } // namespace qxcms::detail
@@ -52,6 +52,7 @@ TEST(rowScan, quoteThatDoesNotClose_isTold) {
 
 TEST(rowScan, quotesAndCommas_makeALineSpecial) {
     EXPECT_FALSE(scanRow("1 2.5 name", 0).special);
+    EXPECT_TRUE(scanRow("# 2.5 name", 0).special);
     EXPECT_TRUE(scanRow("1 2,5", 0).special);
     EXPECT_TRUE(scanRow("1 \"2\"", 0).special);
     EXPECT_TRUE(scanRow("1 2\"", 0).special);
@@ -62,6 +63,10 @@ TEST(rowScan, valuesThatMayBeTenOrMore_areMarked) {
     EXPECT_EQ(scanRow("5 10 0.5 12.5", 0).large, bitOfValue(1) | bitOfValue(3));
     EXPECT_EQ(scanRow("1e5 +20 \"3\" nan", 0).large, 15U);
     EXPECT_EQ(scanRow("0.1e5 0.2", 0).large, 1U);
+}
+
+TEST(rowScan, valuesOfOtherCharacters_areMarked) {
+    EXPECT_EQ(scanRow("12 -0.5 x1 1e5 \"3\" 7", 0).strange, 4U + 8U + 16U);
 }
 
 TEST(rowScan, valuesBehindThe63rd_shareAMark) {

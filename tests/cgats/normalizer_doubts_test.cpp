@@ -1,0 +1,201 @@
+// Texts that could be taken in two ways, or in which one repair meets another one.
+#include <string>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "cgats/tcgats.h"
+#include "tests/cgats/normalized.h"
+
+namespace qxcms::tests {
+namespace {
+
+// A table of which the lines are counted: the samples begin on line 7.
+std::string table(const std::string& columns, const std::string& sets, const std::string& rows,
+                  const std::string& end = "END_DATA\n") {
+    return "CGATS.17\nBEGIN_DATA_FORMAT\n" + columns + "\nEND_DATA_FORMAT\nNUMBER_OF_SETS\t" + sets +
+           "\nBEGIN_DATA\n" + rows + end;
+}
+
+void expectText(const std::string& text, const std::string& expected) {
+    const Normalized normalized = accepted(text);
+    EXPECT_EQ(normalized.text(), expected);
+    EXPECT_FALSE(normalized.liberties().empty());
+}
+
+TEST(normalizerDoubts, headerBehindTheDeclaredRows_isNoRow) {
+    const std::string first = table("SAMPLE_ID\tLAB_L", "2", "1\t10\n2\t11\n", "");
+    expectUnchanged(first +
+                    "ORIGINATOR\t\"z\"\nBEGIN_DATA_FORMAT\nSAMPLE_ID\nEND_DATA_FORMAT\nNUMBER_OF_SETS\t1\n"
+                    "BEGIN_DATA\nx\nEND_DATA\n");
+    expectUnchanged(first + "CGATS.17\nREMARK\t\"a\"\n");
+}
+
+TEST(normalizerDoubts, furtherRowsWithoutEndOfData_areCounted) {
+    expectText(table("SAMPLE_ID\tLAB_L", "1", "1\t10\n2\t11\n", ""),
+               table("SAMPLE_ID\tLAB_L", "2", "1\t10\n2\t11\n"));
+}
+
+TEST(normalizerDoubts, commentOfAsManyWordsAsColumns_isNoRow) {
+    expectText(
+        table("SAMPLE_ID\tLAB_L\tLAB_A\tLAB_B", "2", "1\t10\t20\t30\n# printed on Monday\n2\t11\t21\t31\n"),
+        table("SAMPLE_ID\tLAB_L\tLAB_A\tLAB_B", "2", "1\t10\t20\t30\n\n2\t11\t21\t31\n",
+              "END_DATA # printed on Monday\n"));
+}
+
+TEST(normalizerDoubts, identifiersThatBeginWithANumberSign_areNoComments) {
+    expectUnchanged(table("SAMPLE_ID\tLAB_L", "2", "#1\t10\n#2\t11\n"));
+    const Normalized normalized{table("SAMPLE_ID\tLAB_L\tLAB_A", "3", "#1\t10\t20\n#2\t11\n#3\t12\t22\n")};
+    EXPECT_EQ(normalized.code, 13);
+    ASSERT_NE(normalized.refusal(), nullptr);
+    EXPECT_EQ(normalized.refusal()->line, 8);
+}
+
+// As many values between blanks as columns, because an empty cell makes up for a blank within a name.
+TEST(normalizerDoubts, blankInATextAndAnEmptyCell_doNotShiftTheNumbers) {
+    const std::string columns = "SAMPLE_ID\tSAMPLE_NAME\tLAB_L\tLAB_A\tLAB_B\tSTRING";
+    expectText(
+        table(columns, "2", "1\tDark Blue\t10\t20\t30\t\n2\tLight Red\t11\t21\t31\t\n"),
+        table(columns, "2", "1\t\"Dark Blue\"\t10\t20\t30\t\"\"\n2\t\"Light Red\"\t11\t21\t31\t\"\"\n"));
+}
+
+TEST(normalizerDoubts, emptyTextAtTheEndOfARow_isKept) {
+    const std::string columns = "SAMPLE_ID\tSAMPLE_NAME\tLAB_L\tSTRING";
+    const std::string first = "1\tDark Blue\t10\tok\n";
+    const std::string firstQuoted = "1\t\"Dark Blue\"\t10\tok\n";
+    expectText(table(columns, "2", first + "2\tRed\t11\t\n"),
+               table(columns, "2", firstQuoted + "2\tRed\t11\t\"\"\n"));
+    expectText(table(columns, "2", first + "2\tRed\t11\n"),
+               table(columns, "2", firstQuoted + "2\tRed\t11\t\"\"\n"));
+}
+
+TEST(normalizerDoubts, missingNumberAtTheEndOfARow_isRefused) {
+    const Normalized normalized{table("SAMPLE_ID\tSAMPLE_NAME\tLAB_L", "2", "1\tDark Blue\t10\n2\tRed\n")};
+    EXPECT_EQ(normalized.code, 13);
+}
+
+TEST(normalizerDoubts, spectralNamesWithBlanks_areSpectra) {
+    for (const std::string names : {"380 nm\t390 nm\t400 nm\t410 nm", "nm 380\tnm 390\tnm 400\tnm 410"})
+        expectText(table("SAMPLE_ID\t" + names, "1", "a b\t0.1\t0.2\t0.3\t0.4\n"),
+                   table("SAMPLE_ID\tSPECTRAL_380\tSPECTRAL_390\tSPECTRAL_400\tSPECTRAL_410", "1",
+                         "\"a b\"\t0.1\t0.2\t0.3\t0.4\n"));
+}
+
+TEST(normalizerDoubts, deviationNextToASpectralColumn_isNoSpectrum) {
+    const Normalized normalized{table("SAMPLE_ID\tnm380\tnm380_SD", "1", "a\t0.5\t0.01\n")};
+    EXPECT_EQ(normalized.code, 0);
+    TCgats document;
+    ASSERT_EQ(document.ReadFromBuffer(normalized.text().c_str()), 0);
+    EXPECT_EQ(document.GetNrWaveLengths(0), 1);
+    EXPECT_EQ(document.GetCustomField(0), std::string("nm380_SD"));
+}
+
+TEST(normalizerDoubts, pairsOfASecondTableWithoutFormat_areColumnsToo) {
+    const std::string first = table("SAMPLE_ID\tSPECTRAL_NM\tSPECTRAL_PCT\tSPECTRAL_NM\tSPECTRAL_PCT", "1",
+                                    "1\t400\t50\t410\t60\n");
+    expectText(
+        first + "NUMBER_OF_SETS\t1\nBEGIN_DATA\n2\t400\t55\t410\t65\nEND_DATA\n",
+        table("SAMPLE_ID\tSPECTRAL_400\tSPECTRAL_410", "1", "1\t50\t60\n") +
+            "NUMBER_OF_SETS\t1\nBEGIN_DATA_FORMAT\nSAMPLE_ID\tSPECTRAL_400\tSPECTRAL_410\nEND_DATA_FORMAT\n"
+            "BEGIN_DATA\n2\t55\t65\nEND_DATA\n");
+}
+
+TEST(normalizerDoubts, darkSpectraThatAreNamedPercent_areDivided) {
+    expectText(table("SAMPLE_ID\tSPECTRAL_NM\tSPECTRAL_PCT", "1", "1\t400\t0.50\n"),
+               table("SAMPLE_ID\tSPECTRAL_400", "1", "1\t0.0050\n"));
+}
+
+TEST(normalizerDoubts, scaleOfNumbersThatAreMendedFirst_isSeen) {
+    std::string rows;
+    std::string expected;
+    for (int i = 1; i <= 6; ++i) {
+        rows += std::to_string(i) + (i < 6 ? "\t\"1,5\"\n" : "\t\"80,5\"\n");
+        expected += std::to_string(i) + (i < 6 ? "\t0.015\n" : "\t0.805\n");
+    }
+    expectText(table("SAMPLE_ID\tnm400", "6", rows), table("SAMPLE_ID\tnm400", "6", expected));
+}
+
+TEST(normalizerDoubts, normBeyondEveryNumber_isLeftAlone) {
+    expectUnchanged("SPECTRAL_NORM\t\"1e999\"\n" + table("SAMPLE_ID\tnm380", "1", "a\t0.5\n"));
+}
+
+TEST(normalizerDoubts, commentForALineThatIsBroken_standsBehindTheKeyword) {
+    expectText("BEGIN_DATA_FORMAT\nSAMPLE_ID LAB_L\nEND_DATA_FORMAT\nNUMBER_OF_SETS 2\n# one\nBEGIN_DATA 1 "
+               "10\n2 20\n"
+               "END_DATA\n",
+               "BEGIN_DATA_FORMAT\nSAMPLE_ID LAB_L\nEND_DATA_FORMAT\nNUMBER_OF_SETS 2\nBEGIN_DATA # one \n1 "
+               "10\n2 20\n"
+               "END_DATA\n");
+}
+
+TEST(normalizerDoubts, fieldCountOfATableWithoutFormat_isCorrected) {
+    const Normalized normalized{table("SAMPLE_ID\tLAB_L", "1", "1\t10\n") +
+                                "NUMBER_OF_FIELDS\t3\nNUMBER_OF_SETS\t1\nBEGIN_DATA\n2\t20\nEND_DATA\n"};
+    EXPECT_EQ(normalized.code, 0);
+    TCgats document;
+    EXPECT_EQ(document.ReadFromBuffer(normalized.text().c_str()), 0);
+    EXPECT_EQ(document.GetNrTables(), 2);
+}
+
+TEST(normalizerDoubts, tableWithoutFormatThatDoesNotFit_isRefused) {
+    const Normalized normalized{table("SAMPLE_ID\tLAB_L", "1", "1\t10\n") +
+                                "NUMBER_OF_SETS\t1\nBEGIN_DATA\n2\t20\t30\nEND_DATA\n"};
+    EXPECT_EQ(normalized.code, 13);
+    ASSERT_NE(normalized.refusal(), nullptr);
+    EXPECT_EQ(normalized.refusal()->line, 11);
+}
+
+TEST(normalizerDoubts, longWordsWithQuotes_areCutAndStayReadable) {
+    const Normalized normalized{"REMARK\tsay \"" + std::string(5000, 'x') + "\" twice\n"};
+    EXPECT_EQ(normalized.code, 0);
+    const Normalized again{normalized.text()};
+    EXPECT_EQ(again.text(), normalized.text());
+    EXPECT_TRUE(again.liberties().empty());
+}
+
+TEST(normalizerDoubts, oddByteOfUtf16_isTold) {
+    std::string bytes = "\xFF\xFE";
+    for (const char c : table("SAMPLE_ID\tLAB_L", "1", "1\t10\n"))
+        bytes += {c, '\0'};
+    TCgatsNormalizer normalizer;
+    EXPECT_EQ(normalizer.Normalize(bytes + 'x'), 0);
+    ASSERT_EQ(normalizer.GetNrLiberties(), 1);
+    EXPECT_THAT(normalizer.GetLiberty(0)->done, testing::HasSubstr("odd byte"));
+}
+
+TEST(normalizerDoubts, sampleNamedLikeAKeyword_isARow) {
+    expectUnchanged(table("SAMPLE_ID\tLAB_L", "3", "KEYWORD\t10\nBEGIN_DATA\t11\nx\t12\n"));
+}
+
+TEST(normalizerDoubts, valuesThatAreNoNumbers_stayWhenTheOthersAreScaled) {
+    std::string rows;
+    std::string expected;
+    for (int i = 1; i <= 6; ++i) {
+        rows += std::to_string(i) + "\tN/A\t" + (i < 6 ? "2.5\n" : "82.5\n");
+        expected += std::to_string(i) + "\tN/A\t" + (i < 6 ? "0.025\n" : "0.825\n");
+    }
+    expectText(table("SAMPLE_ID\tnm400\tnm410", "6", rows), table("SAMPLE_ID\tnm400\tnm410", "6", expected));
+}
+
+TEST(normalizerDoubts, renamedColumnOfAWavelengthThatIsThere_isRefused) {
+    for (const std::string names : {"SPEC_380\tSPECTRAL_380", "SPECTRAL_380\tSPEC_380"}) {
+        const Normalized normalized{table("SAMPLE_ID\t" + names, "1", "a\t0.1\t0.2\n")};
+        EXPECT_EQ(normalized.code, 11) << names;
+    }
+}
+
+// Many tables, declarations and lines: no pairing of each with each.
+TEST(normalizerDoubts, manySmallTables_areTakenInOneGo) {
+    std::string text;
+    for (int i = 0; i < 2000; ++i)
+        text += "PROCESSCOLOR_ID \"a\"\nKEYWORD \"k" + std::to_string(i) + "\"\n";
+    text += "BEGIN_DATA_FORMAT\nLAB_L\nEND_DATA_FORMAT\n";
+    while (text.size() < 300000)
+        text += "# c\nBEGIN_DATA\n1\nEND_DATA\n";
+    TCgatsNormalizer normalizer;
+    EXPECT_EQ(normalizer.Normalize(text), 0);
+    EXPECT_GT(normalizer.GetNrLiberties(), 10000);
+}
+
+} // namespace
+} // namespace qxcms::tests
