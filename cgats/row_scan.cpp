@@ -1,10 +1,9 @@
 #include "cgats/row_scan.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstddef>
-#include <cstring>
 
+#include "base/instruction_set.h"
 #include "cgats/tcgats.h"
 
 namespace qxcms::detail {
@@ -52,163 +51,88 @@ std::vector<Cell> cells(std::string_view text, Span line, bool doubled) {
 /// Goes along a line of samples.
 class RowCounter {
 public:
-    RowCounter(std::string_view what, std::size_t first)
-        : begin(what.data()), at(what.data() + first),
-          end(what.data() + what.size()), counted{{first, first}, 0, 0, 0, false, false, false, false} {}
+    RowCounter(std::string_view what, std::size_t start)
+        : begin(what.data()), first(start), at(what.data() + start), end(what.data() + what.size()) {}
 
     bool atLineEnd() const { return at == end || isLineEnd(*at); }
 
     OutlineRow row() {
         endRun();
-        counted.line.last = static_cast<std::size_t>(at - begin);
-        return counted;
+        const std::size_t last = static_cast<std::size_t>(at - begin);
+        return {{first, last}, state.large,   state.strange, state.values,
+                openQuote,     state.special, state.hasNul,  state.longest > TCgats::kMaxSampleValue};
     }
 
     void takeCharacter() {
         const char c = *at;
-        if (c == '"' && !within) {
+        if (c == '"' && !state.within) {
             takeQuoted();
             return;
         }
-        counted.special = counted.special || c == '"' || c == ',' || c == '#';
-        counted.hasNul = counted.hasNul || c == '\0';
-        const bool starts = !isBlank(c) && !within;
-        counted.values += starts ? 1 : 0;
-        const bool isSecond = firstIsNoPoint && !isBlank(c) && c != '.';
+        state.special = state.special || c == '"' || c == ',' || c == '#';
+        state.hasNul = state.hasNul || c == '\0';
+        const bool starts = !isBlank(c) && !state.within;
+        state.values += starts ? 1 : 0;
+        const bool isSecond = state.firstIsNoPoint && !isBlank(c) && c != '.';
         const bool isStrange = !isBlank(c) && !isPlain(c);
         if (isSecond || isStrange)
-            counted.large |= bitOfValue(counted.values - 1);
+            state.large |= bitOfValue(state.values - 1);
         if (isStrange)
-            counted.strange |= bitOfValue(counted.values - 1);
-        firstIsNoPoint = starts && c != '.';
-        within = !isBlank(c);
-        ++run;
-        if (!within)
-            endRun(1);
+            state.strange |= bitOfValue(state.values - 1);
+        state.firstIsNoPoint = starts && c != '.';
+        state.within = !isBlank(c);
+        if (state.within)
+            ++state.run;
+        else
+            endRun();
         ++at;
     }
 
-    /// Takes up to 64 characters at once, not beyond a quote or the line end. @return false where there are
-    /// too few.
-    bool takeBlock();
+    /// Takes as many blocks as there are. @return false where there is none.
+    bool takeBlocks(RowBlockReader read) {
+        const char* const before = at;
+        at = read(at, end, &state);
+        return at != before;
+    }
 
 private:
     // Digits, the minus sign, the point and the character between.
     static bool isPlain(char c) { return c >= '-' && c <= '9'; }
 
-    // Of the characters so far the last `more` do not belong to the value.
-    void endRun(std::size_t more = 0) {
-        counted.tooLong = counted.tooLong || run - more > TCgats::kMaxSampleValue;
-        run = 0;
+    void endRun() {
+        state.longest = std::max(state.longest, state.run);
+        state.run = 0;
     }
 
     void takeQuoted() {
-        counted.special = true;
-        ++counted.values;
-        counted.large |= bitOfValue(counted.values - 1);
-        counted.strange |= bitOfValue(counted.values - 1);
+        state.special = true;
+        ++state.values;
+        state.large |= bitOfValue(state.values - 1);
+        state.strange |= bitOfValue(state.values - 1);
         endRun();
         const char* const closing =
             std::find_if(at + 1, end, [](char c) { return c == '"' || isLineEnd(c); });
-        counted.openQuote = closing == end || *closing != '"';
-        counted.hasNul = counted.hasNul || std::find(at, closing, '\0') != closing;
-        run = static_cast<std::size_t>(closing - at) - 1;
+        openQuote = closing == end || *closing != '"';
+        state.hasNul = state.hasNul || std::find(at, closing, '\0') != closing;
+        state.run = static_cast<std::size_t>(closing - at) - 1;
         endRun();
-        at = counted.openQuote ? closing : closing + 1;
-        within = false;
-        firstIsNoPoint = false;
+        at = openQuote ? closing : closing + 1;
+        state.within = false;
+        state.firstIsNoPoint = false;
     }
 
     const char* const begin;
+    const std::size_t first;
     const char* at;
     const char* const end;
-    OutlineRow counted;
-    std::size_t run = 0;         // the characters of the value so far
-    bool within = false;         // the character before belongs to a value
-    bool firstIsNoPoint = false; // and is its first one and no point
+    RowState state;
+    bool openQuote = false;
 };
 
-#if defined(__SSE2__)
-
-constexpr int kBlock = 64;
-constexpr int kLane = 16;
-
-/// Characters side by side; comparing two lanes gives all bits of those that compare.
-using Lane = unsigned char __attribute__((vector_size(kLane)));
-
-/// Which of 64 characters `test` tells, the first one in the lowest bit.
-template <class Test>
-std::uint64_t maskOf(const char* at, Test&& test) {
-    using Signed = char __attribute__((vector_size(kLane)));
-    std::uint64_t mask = 0;
-    for (int i = 0; i < kBlock; i += kLane) {
-        Lane characters;
-        std::memcpy(&characters, at + i, kLane);
-        const int told = __builtin_ia32_pmovmskb128(reinterpret_cast<Signed>(test(characters)));
-        mask |= std::uint64_t{static_cast<std::uint16_t>(told)} << i;
-    }
-    return mask;
+RowBlockReader rowBlockReader() {
+    const bool hasAvx2 = instructionSet() == InstructionSet::kAvx2;
+    return hasAvx2 && kAvx2RowBlockReader != nullptr ? kAvx2RowBlockReader : kCommonRowBlockReader;
 }
-
-int countOf(std::uint64_t bits) {
-    bits -= (bits >> 1) & 0x5555555555555555U;
-    bits = (bits & 0x3333333333333333U) + ((bits >> 2) & 0x3333333333333333U);
-    bits = (bits + (bits >> 4)) & 0x0F0F0F0F0F0F0F0FU;
-    return static_cast<int>((bits * 0x0101010101010101U) >> 56);
-}
-
-bool RowCounter::takeBlock() {
-    if (end - at < kBlock)
-        return false;
-    const std::uint64_t blanks = maskOf(at, [](Lane c) { return (c == ' ') | (c == '\t'); });
-    const std::uint64_t plain = maskOf(at, [](Lane c) { return c - '-' <= '9' - '-'; });
-    const std::uint64_t points = maskOf(at, [](Lane c) { return c == '.'; });
-    std::uint64_t stops = 0;
-    if (~(blanks | plain) != 0)
-        stops = maskOf(at, [](Lane c) { return (c == '\n') | (c == '\r') | (c == '"'); });
-    const int length = stops == 0 ? kBlock : std::countr_zero(stops);
-    if (length == 0)
-        return false;
-    const std::uint64_t taken = ~std::uint64_t{0} >> (kBlock - length);
-    const std::uint64_t valued = ~blanks & taken;
-    const std::uint64_t gaps = blanks & taken;
-    if (gaps == 0) {
-        run += static_cast<std::size_t>(length);
-    } else {
-        run += static_cast<std::size_t>(std::countr_zero(gaps));
-        endRun();
-        const int trailing = length - kBlock + std::countl_zero(gaps);
-        run = static_cast<std::size_t>(trailing);
-    }
-    const std::uint64_t starts = valued & ~(valued << 1 | (within ? 1U : 0U));
-    const std::uint64_t firsts = starts & ~points;
-    const std::uint64_t seconds = (firsts << 1 | (firstIsNoPoint ? 1U : 0U)) & ~points;
-    const auto bitAt = [&](std::uint64_t bits) {
-        return bitOfValue(counted.values + countOf(starts & (bits ^ (bits - 1))) - 1);
-    };
-    for (std::uint64_t bits = seconds & valued; bits != 0; bits &= bits - 1)
-        counted.large |= bitAt(bits);
-    for (std::uint64_t bits = ~plain & valued; bits != 0; bits &= bits - 1) {
-        const char c = at[std::countr_zero(bits)];
-        counted.special = counted.special || c == ',' || c == '#';
-        counted.hasNul = counted.hasNul || c == '\0';
-        counted.strange |= bitAt(bits);
-    }
-    counted.large |= counted.strange;
-    counted.values += countOf(starts);
-    within = (valued >> (length - 1)) != 0;
-    firstIsNoPoint = (firsts >> (length - 1)) != 0;
-    at += length;
-    return true;
-}
-
-#else
-
-bool RowCounter::takeBlock() {
-    return false;
-}
-
-#endif
 
 } // namespace
 
@@ -219,12 +143,17 @@ OutlineRow scanRowPlainly(std::string_view text, std::size_t first) noexcept {
     return counter.row();
 }
 
-OutlineRow scanRow(std::string_view text, std::size_t first) noexcept {
+OutlineRow scanRowWith(RowBlockReader read, std::string_view text, std::size_t first) noexcept {
     RowCounter counter(text, first);
     while (!counter.atLineEnd())
-        if (!counter.takeBlock())
+        if (!counter.takeBlocks(read))
             counter.takeCharacter();
     return counter.row();
+}
+
+OutlineRow scanRow(std::string_view text, std::size_t first) noexcept {
+    const RowBlockReader read = rowBlockReader();
+    return read == nullptr ? scanRowPlainly(text, first) : scanRowWith(read, text, first);
 }
 
 std::vector<Cell> cellsOf(std::string_view text, Span line) {

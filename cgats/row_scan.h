@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cgats/document_outline.h"
+#include "cgats/row_block.h"
 
 namespace qxcms::detail {
 
@@ -18,6 +19,9 @@ constexpr std::uint64_t bitOfValue(int value) {
 
 /// The line that starts at `first`.
 OutlineRow scanRow(std::string_view text, std::size_t first) noexcept;
+
+/// The same with blocks that are read by this, which is not null.
+OutlineRow scanRowWith(RowBlockReader read, std::string_view text, std::size_t first) noexcept;
 
 /// The same, a character at a time.
 OutlineRow scanRowPlainly(std::string_view text, std::size_t first) noexcept;

@@ -64,7 +64,7 @@ add_library(qxcms::platform ALIAS qxcms_platform)
 set(qxcmsPlatform qxcms_platform)
 
 # Number text, used by every floor.
-add_library(qxcms_base OBJECT base/fast_number_text.cpp base/number_text.cpp)
+add_library(qxcms_base OBJECT base/fast_number_text.cpp base/instruction_set.cpp base/number_text.cpp)
 qxcms_library_properties(qxcms_base)
 target_include_directories(qxcms_base PUBLIC ${PROJECT_SOURCE_DIR})
 target_link_libraries(qxcms_base PRIVATE qxcms_library_flags)
@@ -109,6 +109,8 @@ add_library(qxcms_objects OBJECT
     cgats/format_repairs.cpp
     cgats/header_repairs.cpp
     cgats/name_index.cpp
+    cgats/row_block_avx2.cpp
+    cgats/row_block_common.cpp
     cgats/row_repairs.cpp
     cgats/row_scan.cpp
     cgats/scale_repairs.cpp
@@ -129,6 +131,11 @@ if(BUILD_SHARED_LIBS OR QXCMS_PLATFORM_TARGET)
     target_link_libraries(qxcms_objects PUBLIC ${qxcmsPlatform})
 else()
     target_link_libraries(qxcms_objects INTERFACE $<TARGET_OBJECTS:qxcms_platform_objects> ${CMAKE_DL_LIBS})
+endif()
+
+# What is used only on processors that can.
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64" AND CMAKE_SIZEOF_VOID_P EQUAL 8)
+    set_source_files_properties(cgats/row_block_avx2.cpp PROPERTIES COMPILE_OPTIONS "-mavx2;-mbmi2;-mpopcnt")
 endif()
 
 add_library(qxcms $<TARGET_OBJECTS:qxcms_objects> $<TARGET_OBJECTS:qxcms_base>)

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/instruction_set.h"
+
 namespace qxcms::detail {
 
 static bool operator==(const OutlineRow& a, const OutlineRow& b) {
@@ -93,7 +95,7 @@ TEST(rowScan, valuesTooLongForTheReader_areTold) {
 }
 
 // Lines of numbers with oddities here and there, from any character on.
-TEST(rowScan, blocks_giveWhatCharactersGive) {
+void expectWhatCharactersGive(RowBlockReader read) {
     std::mt19937 random(17); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same texts each time
     const std::string common = "0123456789..-  \t";
     const std::string digits = "0123456789";
@@ -106,8 +108,26 @@ TEST(rowScan, blocks_giveWhatCharactersGive) {
         while (text.size() < length)
             text += random() % 100 < oddities ? odd[random() % odd.size()] : usual[random() % usual.size()];
         const std::size_t first = text.empty() ? 0 : random() % text.size();
-        ASSERT_TRUE(scanRow(text, first) == scanRowPlainly(text, first)) << testing::PrintToString(text);
+        ASSERT_TRUE(scanRowWith(read, text, first) == scanRowPlainly(text, first))
+            << testing::PrintToString(text);
     }
+}
+
+TEST(rowScan, blocks_giveWhatCharactersGive) {
+    if (kCommonRowBlockReader == nullptr)
+        GTEST_SKIP() << "there are no blocks for this kind of processor";
+    expectWhatCharactersGive(kCommonRowBlockReader);
+}
+
+TEST(rowScan, blocksByAvx2_giveWhatCharactersGive) {
+    if (kAvx2RowBlockReader == nullptr || instructionSetFor(nullptr) != InstructionSet::kAvx2)
+        GTEST_SKIP() << "the processor has no AVX2";
+    expectWhatCharactersGive(kAvx2RowBlockReader);
+}
+
+TEST(rowScan, line_isReadInBlocksWhereTheProcessorCan) {
+    const std::string line(200, '7');
+    EXPECT_TRUE(scanRow(line, 0) == scanRowPlainly(line, 0));
 }
 
 } // namespace

@@ -1,0 +1,16 @@
+/// @file
+/// What the processor can do beyond what every processor of its kind can. Internal.
+#pragma once
+
+namespace qxcms::detail {
+
+enum class InstructionSet { kCommon, kAvx2 };
+
+/// What the processor and the system offer. The environment variable QXCMS_INSTRUCTION_SET ("common") asks
+/// for less. Found out once for the process.
+InstructionSet instructionSet() noexcept;
+
+/// The same for a value of the variable; null where it is not set. An unknown value asks for nothing.
+InstructionSet instructionSetFor(const char* asked) noexcept;
+
+} // namespace qxcms::detail

@@ -1,0 +1,33 @@
+/// @file
+/// A line of samples 64 characters at a time. Internal.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace qxcms::detail {
+
+/// What the characters of a line said so far.
+struct RowState {
+    int values = 0;
+    /// Bit n stands for value n, the last one for all behind; see OutlineRow.
+    std::uint64_t large = 0;
+    std::uint64_t strange = 0;
+    std::size_t run = 0;         ///< the characters of the value so far
+    std::size_t longest = 0;     ///< those of the longest value before
+    bool within = false;         ///< the character before belongs to a value
+    bool firstIsNoPoint = false; ///< and is its first one and no point
+    bool special = false;        ///< there were commas or number signs
+    bool hasNul = false;
+};
+
+/// Goes on from `at` as long as there are 64 characters before `end`, up to a quote or a line end.
+/// @return where it stopped.
+using RowBlockReader = const char* (*)(const char* at, const char* end, RowState* state);
+
+/// What all processors of the kind can run; null where there is no such thing.
+extern const RowBlockReader kCommonRowBlockReader;
+/// Needs InstructionSet::kAvx2; null where there is no such thing.
+extern const RowBlockReader kAvx2RowBlockReader;
+
+} // namespace qxcms::detail

@@ -1,0 +1,22 @@
+// For processors with AVX2, BMI2 and POPCNT; the build compiles this file for these where it can.
+#if defined(__AVX2__) && defined(__BMI2__)
+
+#include "cgats/row_block_kernel.h"
+
+namespace qxcms::detail {
+
+const RowBlockReader kAvx2RowBlockReader = readRowBlocks;
+
+} // namespace qxcms::detail
+
+#else
+
+#include "cgats/row_block.h"
+
+namespace qxcms::detail {
+
+const RowBlockReader kAvx2RowBlockReader = nullptr;
+
+} // namespace qxcms::detail
+
+#endif

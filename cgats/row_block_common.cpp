@@ -1,0 +1,22 @@
+// For every processor of the kind.
+#if defined(__SSE2__)
+
+#include "cgats/row_block_kernel.h"
+
+namespace qxcms::detail {
+
+const RowBlockReader kCommonRowBlockReader = readRowBlocks;
+
+} // namespace qxcms::detail
+
+#else
+
+#include "cgats/row_block.h"
+
+namespace qxcms::detail {
+
+const RowBlockReader kCommonRowBlockReader = nullptr;
+
+} // namespace qxcms::detail
+
+#endif
