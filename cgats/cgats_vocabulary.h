@@ -51,7 +51,9 @@ enum StandardField : int {
     kXyzX = 17,
     kXyzZ = 19,
     kLabL = 23,
-    kLabB = 25
+    kLabB = 25,
+    kStdevX = 33,
+    kStdevZ = 35
 };
 
 /// The document's error codes.

@@ -85,7 +85,7 @@ std::string withPointMoved(std::string_view number, int places) {
     return sign + digits.substr(first, point - first) + (decimals.empty() ? "" : '.' + decimals);
 }
 
-std::string withoutThousands(std::string_view text) {
+std::string withoutThousands(std::string_view text, char certain) {
     const std::size_t first = !text.empty() && isSign(text[0]) ? 1 : 0;
     const std::size_t leading = digitsFrom(text, first);
     const std::size_t groups = first + leading;
@@ -94,8 +94,7 @@ std::string withoutThousands(std::string_view text) {
         return "";
     const char mark = text[groups];
     const bool onePointGroup = behind - groups == 1 + kGroup && behind == text.size();
-    // "1,234" and "1.234" are decimals.
-    if (onePointGroup && (mark == '.' || mark == ','))
+    if (onePointGroup && (mark == '.' || mark == ',') && mark != certain)
         return "";
     std::string plain(text.substr(0, behind));
     plain.erase(std::remove(plain.begin(), plain.end(), mark), plain.end());
@@ -106,6 +105,11 @@ std::string withoutThousands(std::string_view text) {
     if (!isPoint || behind + 1 + digitsFrom(text, behind + 1) != text.size())
         return "";
     return plain + '.' + std::string(text.substr(behind + 1));
+}
+
+char thousandsMark(std::string_view text) {
+    const std::size_t first = !text.empty() && isSign(text[0]) ? 1 : 0;
+    return withoutThousands(text).empty() ? '\0' : text[first + digitsFrom(text, first)];
 }
 
 } // namespace qxcms::detail

@@ -15,7 +15,11 @@ bool isDecimalNumber(std::string_view text) noexcept;
 std::string withPointMoved(std::string_view number, int places);
 
 /// A number whose thousands are set apart by points, commas, apostrophes or blanks, as a plain one with a
-/// decimal point; empty for any other text.
-std::string withoutThousands(std::string_view text);
+/// decimal point; empty for any other text. "1,234" has decimals, unless `certain` is the comma; so with
+/// points.
+std::string withoutThousands(std::string_view text, char certain = '\0');
+
+/// What sets the thousands of such a number apart; NUL for any other text.
+char thousandsMark(std::string_view text);
 
 } // namespace qxcms::detail

@@ -24,6 +24,11 @@ bool equalsIgnoringCase(std::string_view a, const char* b) {
     return std::string_view(b).size() == a.size() && strncmp_ci(a.data(), b, static_cast<int>(a.size())) == 0;
 }
 
+std::string_view withoutQuotes(std::string_view word) {
+    const bool isQuoted = word.size() > 2 && word.front() == '"' && word.back() == '"';
+    return isQuoted ? word.substr(1, word.size() - 2) : word;
+}
+
 int wordOf(std::string_view keyword, bool ignoreCase) {
     if (keyword.size() > kLongestWord)
         return -1;
@@ -40,7 +45,7 @@ bool opensBlock(std::string_view keyword) {
 
 class Outliner {
 public:
-    Outliner(std::string_view what, bool anyCase) : text(what), ignoreCase(anyCase) {}
+    Outliner(std::string_view what, bool anySpelling) : text(what), takesAnySpelling(anySpelling) {}
 
     DocumentOutline run() {
         while (at < text.size())
@@ -48,6 +53,9 @@ public:
         outline.hasNul = outline.hasNul || hasNul({behindRows, text.size()});
         return std::move(outline);
     }
+
+    /// A table in another letter case, which opens a comment block otherwise, was passed over.
+    bool sawOtherSpelling() const { return passedTable; }
 
 private:
     std::size_t lineEndFrom(std::size_t position) const {
@@ -70,7 +78,8 @@ private:
         line.hasComment = hash < line.line.last;
         line.value = withoutBlanks(text, {line.keyword.last, hash});
         line.comment = {line.hasComment ? hash + 1 : hash, line.line.last};
-        line.word = wordOf(line.keyword.of(text), ignoreCase);
+        const std::string_view word = line.keyword.of(text);
+        line.word = takesAnySpelling ? wordOf(withoutQuotes(word), true) : wordOf(word, false);
         line.part = part;
         return line;
     }
@@ -138,7 +147,7 @@ private:
         for (std::size_t first = trimmed.first; first < trimmed.last;) {
             const std::size_t last = findIn(text, {first, trimmed.last}, " \t");
             const Span token{first, last};
-            const int word = wordOf(token.of(text), true);
+            const int word = wordOf(takesAnySpelling ? withoutQuotes(token.of(text)) : token.of(text), true);
             if (word == kEndDataFormat ||
                 (first == trimmed.first && (word == kBeginData || word == kNumberOfSets))) {
                 if (first > trimmed.first)
@@ -252,7 +261,7 @@ private:
         const char next = first + 1 < text.size() ? text[first + 1] : '\0';
         // What can be one of the words that end the samples, or END_DATA with a wrong first letter.
         return (c >= 'A' && std::string_view("EeBbNnKk").find(c) != std::string_view::npos) || isBlank(c) ||
-               next == 'N';
+               next == 'N' || (takesAnySpelling && c == '"');
     }
 
     // Tells of a line that is no row. @param end becomes the code of END_DATA where it is that.
@@ -261,7 +270,7 @@ private:
         const std::string_view word = line.keyword.of(text);
         if (word.empty() || word.size() > kLongestWord)
             return false;
-        const int code = wordOf(word, true);
+        const int code = wordOf(takesAnySpelling ? withoutQuotes(word) : word, true);
         const bool alone = line.value.empty();
         if (code == kEndData || (alone && differByOneLetter(word, kKeywords[kEndData]))) {
             end = kEndData;
@@ -277,6 +286,7 @@ private:
 
     void takeBlock(int index) {
         const OutlineLine& line = outline.lines[static_cast<std::size_t>(index)];
+        passedTable = passedTable || wordOf(line.keyword.of(text), true) == kBeginDataFormat;
         const std::string terminator = "END_" + std::string(line.keyword.of(text).substr(kBlockStartLength));
         const auto endsAt = [&](std::size_t first) {
             return text.size() - first >= terminator.size() &&
@@ -298,7 +308,8 @@ private:
     }
 
     const std::string_view text;
-    const bool ignoreCase;
+    const bool takesAnySpelling;
+    bool passedTable = false;
     std::size_t at = 0;
     int part = 0;
     std::size_t behindRows = 0; // of the table before
@@ -320,8 +331,9 @@ void RowsSummary::add(const OutlineRow& row) {
 }
 
 DocumentOutline outlineOf(std::string_view text) {
-    DocumentOutline exact = Outliner(text, false).run();
-    if (!exact.tables.empty())
+    Outliner outliner(text, false);
+    DocumentOutline exact = outliner.run();
+    if (!exact.tables.empty() && !outliner.sawOtherSpelling())
         return exact;
     DocumentOutline wide = Outliner(text, true).run();
     return wide.tables.empty() ? exact : wide;

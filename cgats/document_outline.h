@@ -77,8 +77,8 @@ struct DocumentOutline {
     bool hasNul = false; ///< the text holds a NUL byte
 };
 
-/// A comment block that does not end is the end of it. Keywords in another letter case count where a text has
-/// no table otherwise; marks of the end always do.
+/// A comment block that does not end is the end of it. Keywords in another letter case or in quotes count
+/// where a text has no table, or fewer tables, otherwise; marks of the end in another letter case always do.
 DocumentOutline outlineOf(std::string_view text);
 
 /// Whether two words differ by at most one letter put in, left out or replaced.

@@ -19,9 +19,10 @@ struct TableColumn {
     std::string name;
     Span where; ///< the name in the text; empty for a format that was taken over
     bool isText = false;
-    int wavelength = -1;    ///< in nm; -1 for any other column
-    bool isPercent = false; ///< its name says that it holds percent
-    bool isLeftOut = false; ///< it held the wavelength of the next one
+    int wavelength = -1;     ///< in nm; -1 for any other column
+    bool isPercent = false;  ///< its name says that it holds percent
+    bool isLeftOut = false;  ///< it held the wavelength of the next one
+    bool isColorant = false; ///< a channel of an n-colour space or a custom process colour
 };
 
 /// How the values of a table are told apart.
@@ -31,7 +32,8 @@ enum class RowReading { kNone, kLines, kTabs, kWrapped };
 struct TableForm {
     std::vector<TableColumn> columns;
     RowReading reading =
-        RowReading::kNone; ///< nothing before the samples are in form, and where they cannot be
+        RowReading::kNone;   ///< nothing before the samples are in form, and where they cannot be
+    bool leadingTab = false; ///< of RowReading::kTabs: every row has a TAB before its first cell
 };
 
 /// A comment that has to leave its place.

@@ -21,7 +21,7 @@ namespace {
 using Kind = TCgatsLiberty::Kind;
 
 constexpr int kSampleCountMismatchCode = 13;
-constexpr int kSmallestRun = 4; // of names that are wavelengths only together
+constexpr std::size_t kSmallestRun = 4; // of names that are wavelengths only together
 
 /// What the reader makes of a name.
 struct NameClass {
@@ -133,27 +133,34 @@ private:
         return name;
     }
 
-    // A column whose name may be a wavelength, where that is so.
+    // A column whose name may be a wavelength, where that is so: by its name, or in a run of such names whose
+    // wavelengths ascend.
     void findSpectra() {
         wavelengths.assign(names.size(), std::nullopt);
-        std::size_t first = 0;
-        while (first < names.size()) {
-            std::size_t last = first;
-            double before = 0.0;
-            bool certain = false;
-            while (last < names.size()) {
-                const auto name = spectralName(withoutSpaces(names[last]));
-                if (!name || name->wavelength <= before || (last > first && name->isCertain != certain))
-                    break;
-                certain = name->isCertain;
-                before = name->wavelength;
-                wavelengths[last++] = before;
+        for (std::size_t first = 0; first < names.size();) {
+            const std::size_t last = behindRun(first);
+            const bool isRun = last - first >= kSmallestRun;
+            for (std::size_t i = first; i < last; ++i) {
+                const auto name = spectralName(withoutSpaces(names[i]));
+                if (name && (name->isCertain || isRun))
+                    wavelengths[i] = name->wavelength;
             }
-            if (!certain && last - first < kSmallestRun)
-                std::fill(wavelengths.begin() + static_cast<std::ptrdiff_t>(first),
-                          wavelengths.begin() + static_cast<std::ptrdiff_t>(last), std::nullopt);
-            first = std::max(last, first + 1);
+            first = last;
         }
+    }
+
+    // Behind the longest run of vague names, or behind one name.
+    std::size_t behindRun(std::size_t first) const {
+        std::size_t last = first + 1;
+        while (last < names.size()) {
+            const auto before = spectralName(withoutSpaces(names[last - 1]));
+            const auto next = spectralName(withoutSpaces(names[last]));
+            if (!before || !next || before->isCertain || next->isCertain ||
+                next->wavelength <= before->wavelength)
+                break;
+            ++last;
+        }
+        return last;
     }
 
     TableColumn columnFor(std::size_t index) {
@@ -161,6 +168,12 @@ private:
         std::string name(where.of(draft.text));
         if (wavelengths[index])
             return spectralColumn(where, *wavelengths[index]);
+        if (holdsNames(name)) {
+            draft.refuse(
+                kUnknownField, where,
+                "column names with TABs or blanks between them; commas and semicolons separate none");
+            return {name, where, true};
+        }
         if (name.find_first_of(" \t\"") != std::string::npos && !vocabulary.given(name).known)
             name = joined(where, name);
         NameClass asked = vocabulary.asked(name);
@@ -175,8 +188,25 @@ private:
         else if (asked.known && asked.kind != TCgatsField::kCustom && given.kind == TCgatsField::kCustom)
             undeclare(name);
         const bool isText = !asked.known || asked.dataType == TCgatsField::kString;
-        return {name,  where, isText, asked.known && asked.kind == TCgatsField::kSpectral ? asked.number : -1,
-                false, false};
+        TableColumn column{name, where, isText};
+        if (asked.known && asked.kind == TCgatsField::kSpectral)
+            column.wavelength = asked.number;
+        column.isColorant =
+            asked.known && (asked.kind == TCgatsField::kProcessColor || asked.kind == TCgatsField::kNColor);
+        return column;
+    }
+
+    // Whether a name is several known ones with commas or semicolons between them.
+    bool holdsNames(const std::string& name) {
+        int known = 0;
+        for (std::size_t first = 0; first < name.size();) {
+            const std::size_t last = std::min(name.find_first_of(",;", first), name.size());
+            if (last == name.size() && first == 0)
+                return false;
+            known += vocabulary.asked(name.substr(first, last - first)).known ? 1 : 0;
+            first = last + 1;
+        }
+        return known > 1;
     }
 
     static bool endsInDigit(const std::string& name) {
@@ -203,11 +233,11 @@ private:
         if (isWhole && isSpelled && !isRead) {
             taken.insert(rounded);
             undeclare(name);
-            return {name, where, false, rounded, false, false};
+            return {name, where, false, rounded};
         }
         const bool isAgain = !taken.insert(rounded).second;
         if (isRead && isWhole && renamed.count(rounded) == 0)
-            return {name, where, false, rounded, false, false};
+            return {name, where, false, rounded};
         if (isAgain)
             draft.refuse(kUnknownField, where,
                          "a wavelength of its own: two columns stand for " + std::to_string(rounded) + " nm");
@@ -220,7 +250,7 @@ private:
         const std::vector<int> declaring = vocabulary.declaringLines(name);
         repairs.uselessKeywords.insert(repairs.uselessKeywords.end(), declaring.begin(), declaring.end());
         const bool isPercent = name.find("PCT") != std::string::npos || name.find("pct") != std::string::npos;
-        return {proper, where, false, rounded, isPercent, false};
+        return {proper, where, false, rounded, isPercent};
     }
 
     // A name of the wavelength that no line declares as text.
@@ -319,8 +349,14 @@ public:
             return;
         readWavelengths();
         const auto isOdd = [](const Pair& pair) { return pair.wavelength < 0; };
-        if (std::any_of(pairs.begin(), pairs.end(), isOdd) || !differ())
+        if (std::any_of(pairs.begin(), pairs.end(), isOdd) || !differ()) {
+            const Span where = placeOf(form.columns[pairs.front().column], form.columns[pairs.back().column]);
+            draft.remark(
+                Kind::kSpectralPairs, where,
+                "the spectra cannot be used: their columns of wavelengths do not hold one wavelength each, "
+                "all of them different");
             return;
+        }
         forEachRow(draft.text, table, form, [&](const std::vector<Cell>& cells) {
             for (const Pair& pair : pairs)
                 draft.edits.remove({cells[pair.column].whole.first, cells[pair.column + 1].whole.first});

@@ -58,7 +58,8 @@ bool isOfSeveralWords(std::string_view value) {
 }
 
 bool isTextInQuotes(const Draft& draft, const OutlineLine& line) {
-    return line.keyword.length() > 0 && draft.text[line.keyword.first] == '"' && !line.value.empty();
+    return line.word < 0 && line.keyword.length() > 0 && draft.text[line.keyword.first] == '"' &&
+           !line.value.empty();
 }
 
 bool isCommentAlone(const Draft& draft, const OutlineLine& line) {

@@ -27,6 +27,11 @@ struct RowChange {
     std::string done;
 };
 
+/// The line of a row from its first cell on.
+Span lineOfCells(const OutlineRow& row, const TableForm& form) {
+    return {row.line.first + (form.leadingTab ? 1 : 0), row.line.last};
+}
+
 /// The samples of one table on their way into form.
 class RowRepair {
 public:
@@ -48,6 +53,7 @@ public:
 
 private:
     RowReading takeRows() {
+        thousands = provenThousands();
         if (rowsFit() && !fitBetterBetweenTabs())
             return RowReading::kLines;
         if (takeTabs())
@@ -99,16 +105,15 @@ private:
     // A comment among the samples begins with a number sign, and does not fit as a row or has a blank behind
     // the sign.
     bool isRemark(const OutlineRow& row) const {
-        const Span words = withoutBlanks(draft.text, row.line);
-        if (draft.text[words.first] != '#')
+        if (!beginsWithNumberSign(row))
             return false;
+        const Span words = withoutBlanks(draft.text, row.line);
         return !fits(row) || words.length() == 1 || isBlank(draft.text[words.first + 1]);
     }
 
     bool rowsBeginWithNumberSigns() const {
         return std::any_of(table.rows.begin(), table.rows.end(), [&](const OutlineRow& row) {
-            return fits(row) && !isRemark(row) &&
-                   draft.text[withoutBlanks(draft.text, row.line).first] == '#';
+            return fits(row) && beginsWithNumberSign(row) && !isRemark(row);
         });
     }
 
@@ -117,21 +122,78 @@ private:
     // Rows whose cells stand between TABs.
 
     bool takeTabs() {
+        form.leadingTab = haveLeadingTabs();
+        numberSignsBegin = tabRowsBeginWithNumberSigns();
         std::vector<RowChange> changes;
-        const auto take = [&](const OutlineRow& row) { return takeTabRow(row, changes); };
-        if (!std::all_of(table.rows.begin(), table.rows.end(), take))
+        std::vector<Span> remarks;
+        std::size_t count = 0;
+        for (const OutlineRow& row : table.rows) {
+            if (takeTabRemark(row, remarks))
+                continue;
+            if (!takeTabRow(row, changes, remarks))
+                return false;
+            ++count;
+        }
+        if (count == 0)
             return false;
+        rowCount = count;
         apply(changes);
+        for (const Span& remark : remarks)
+            moveRemark(remark);
         return true;
     }
 
-    bool takeTabRow(const OutlineRow& row, std::vector<RowChange>& changes) const {
-        const std::vector<Cell> cells = cellsBetweenTabs(draft.text, row.line, width);
+    bool beginsWithNumberSign(const OutlineRow& row) const {
+        return row.special && draft.text[withoutBlanks(draft.text, row.line).first] == '#';
+    }
+
+    // One cell more than there are columns, in every row, and nothing in the first one.
+    bool haveLeadingTabs() const {
+        return std::all_of(table.rows.begin(), table.rows.end(), [&](const OutlineRow& row) {
+            const bool hasTab =
+                draft.text[row.line.first] == '\t' && cellsBetweenTabs(draft.text, row.line).size() > width;
+            return hasTab || beginsWithNumberSign(row);
+        });
+    }
+
+    bool tabRowsBeginWithNumberSigns() const {
+        return std::any_of(table.rows.begin(), table.rows.end(), [&](const OutlineRow& row) {
+            return beginsWithNumberSign(row) && !isTabRemark(row);
+        });
+    }
+
+    Span cellsLine(const OutlineRow& row) const { return lineOfCells(row, form); }
+
+    // A line of one cell, or of words behind a number sign and a blank that are no numbers where numbers
+    // belong.
+    bool isTabRemark(const OutlineRow& row) const {
+        if (!beginsWithNumberSign(row))
+            return false;
+        const Span words = withoutBlanks(draft.text, row.line);
+        if (cellsBetweenTabs(draft.text, words).size() == 1)
+            return true;
+        const std::vector<Cell> cells = cellsBetweenTabs(draft.text, cellsLine(row), width);
+        return isBlank(draft.text[words.first + 1]) && (cells.size() != width || !areNumbers(cells));
+    }
+
+    bool takeTabRemark(const OutlineRow& row, std::vector<Span>& remarks) const {
+        if (!row.special || numberSignsBegin || !isTabRemark(row))
+            return false;
+        remarks.push_back({withoutBlanks(draft.text, row.line).first, row.line.last});
+        return true;
+    }
+
+    bool takeTabRow(const OutlineRow& row, std::vector<RowChange>& changes,
+                    std::vector<Span>& remarks) const {
+        Span line = cellsLine(row);
+        if (row.special)
+            line.last = takeTrailingTabRemark(line, remarks);
+        const std::vector<Cell> cells = cellsBetweenTabs(draft.text, line, width);
         if (cells.size() != width)
             return false;
         // A row that is cut off may lack texts, and the value whose TAB is there.
-        const bool endsWithTab = draft.text[row.line.last - 1] == '\t';
-        const std::size_t present = cellsBetweenTabs(draft.text, row.line).size() + (endsWithTab ? 1U : 0U);
+        const bool endsWithTab = draft.text[line.last - 1] == '\t';
+        const std::size_t present = cellsBetweenTabs(draft.text, line).size() + (endsWithTab ? 1U : 0U);
         for (std::size_t i = 0; i < width; ++i) {
             if (i >= present && !isTextColumn(i))
                 return false;
@@ -144,13 +206,32 @@ private:
         return true;
     }
 
+    // A comment behind the last cell, or behind the number in it. @return the end of what is before.
+    std::size_t takeTrailingTabRemark(Span line, std::vector<Span>& remarks) const {
+        const std::vector<Cell> cells = cellsBetweenTabs(draft.text, line);
+        std::size_t first = line.last;
+        if (cells.size() == width + 1 && !cells[width].whole.empty() &&
+            draft.text[cells[width].whole.first] == '#') {
+            first = cells[width].whole.first;
+        } else if (cells.size() == width && !isTextColumn(width - 1)) {
+            const Span whole = cells.back().whole;
+            const std::size_t sign = findIn(draft.text, whole, "#");
+            const Span number = withoutBlanks(draft.text, {whole.first, sign});
+            if (number.last < sign && isDecimalNumber(number.of(draft.text)))
+                first = sign;
+        }
+        if (first < line.last)
+            remarks.push_back({first, line.last});
+        return first;
+    }
+
     bool takeCell(const Cell& cell, bool isText, std::vector<RowChange>& changes) const {
         const std::string_view inner = cell.inner.of(draft.text);
         if (cell.whole.empty()) {
             changes.push_back({Kind::kEmptyCell, cell.whole, cell.whole, "\"\"",
                                "a pair of quotes put between two TABs that have nothing between them"});
         } else if (inner.find('"') != std::string_view::npos) {
-            changes.push_back(quotesWithin(cell, inner));
+            changes.push_back(quotesWithin(cell));
         } else if (cell.quoted && !cell.closed) {
             changes.push_back(
                 {Kind::kQuoteClosed,
@@ -158,7 +239,7 @@ private:
                  {cell.whole.last, cell.whole.last},
                  "\"",
                  "the quote that opens " + draft.quoted(cell.inner) + " closed before the TAB"});
-        } else if (!isText && inner.find_first_of(" ,") != std::string_view::npos) {
+        } else if (!isText && isNoPlainNumber(inner)) {
             const bool hasBlank = inner.find(' ') != std::string_view::npos;
             return takeNumber(cell, changes) || cell.quoted || !hasBlank;
         } else if (!cell.quoted && inner.find(' ') != std::string_view::npos) {
@@ -168,7 +249,9 @@ private:
         return true;
     }
 
-    RowChange quotesWithin(const Cell& cell, std::string_view inner) const {
+    // Where words follow the closing quote, both quotes are within.
+    RowChange quotesWithin(const Cell& cell) const {
+        const std::string_view inner = (cell.closed ? cell.inner : cell.whole).of(draft.text);
         std::string proper;
         for (std::size_t i = 0; i < inner.size(); ++i) {
             const bool isDoubled = inner[i] == '"' && i + 1 < inner.size() && inner[i + 1] == '"';
@@ -229,7 +312,7 @@ private:
             return false;
         for (const Cell& cell : cells)
             if (cell.quoted && cell.inner.of(draft.text).find('"') != std::string_view::npos)
-                changes.push_back(quotesWithin(cell, cell.inner.of(draft.text)));
+                changes.push_back(quotesWithin(cell));
         return true;
     }
 
@@ -287,12 +370,31 @@ private:
 
     // Numbers that the reader would not understand as a whole.
 
+    // The comma or point that numbers such as "1,234.5" prove to set thousands apart.
+    char provenThousands() const {
+        if (!table.all.special)
+            return '\0';
+        for (const OutlineRow& row : table.rows) {
+            if (!row.special)
+                continue;
+            std::vector<Cell> cells = cellsOf(draft.text, row.line);
+            if (cells.size() != width)
+                cells = cellsBetweenTabs(draft.text, row.line, width);
+            for (std::size_t i = 0; i < std::min(cells.size(), width); ++i) {
+                const char mark = thousandsMark(cells[i].inner.of(draft.text));
+                if (!isTextColumn(i) && (mark == ',' || mark == '.'))
+                    return mark;
+            }
+        }
+        return '\0';
+    }
+
     void repairNumbers() {
         if (!table.all.special || form.reading != RowReading::kLines)
             return;
         std::vector<RowChange> changes;
         for (const OutlineRow& row : table.rows) {
-            if (!row.special || !fits(row))
+            if ((!row.special && thousands != '.') || !fits(row))
                 continue;
             const std::vector<Cell> cells = cellsOf(draft.text, row.line);
             for (std::size_t i = 0; i < width; ++i)
@@ -302,18 +404,30 @@ private:
         apply(changes);
     }
 
+    bool hasProvenThousands(std::string_view number) const {
+        return thousands != '\0' && number.find(thousands) != std::string_view::npos;
+    }
+
+    bool isNoPlainNumber(std::string_view text) const {
+        return text.find_first_of(", ") != std::string_view::npos || hasProvenThousands(text);
+    }
+
     // @return whether there is a plain way to write the number.
     bool takeNumber(const Cell& cell, std::vector<RowChange>& changes) const {
         const std::string_view inner = cell.inner.of(draft.text);
-        if (inner.find_first_of(", ") == std::string_view::npos)
+        if (!isNoPlainNumber(inner))
             return false;
         std::string plain;
-        if (!isDecimalNumber(inner)) {
-            plain = withoutThousands(inner);
+        if (hasProvenThousands(inner) || !isDecimalNumber(inner)) {
+            plain = withoutThousands(inner, thousands);
         } else if (cell.quoted) {
             plain = std::string(inner);
             std::replace(plain.begin(), plain.end(), ',', '.');
         }
+        if (plain.empty() && hasProvenThousands(inner) && isDecimalNumber(inner))
+            draft.refuse(kSampleCountMismatchCode, cell.whole,
+                         std::string("thousands behind the \"") + thousands +
+                             "\", as in other numbers of the table, and no decimals");
         if (plain.empty())
             return false;
         changes.push_back({Kind::kNumberSpelling, cell.whole, cell.whole, plain,
@@ -370,6 +484,7 @@ private:
     TableForm& form;
     const std::size_t width;
     std::size_t rowCount = 0;
+    char thousands = '\0';         // what sets them apart where that is certain
     bool numberSignsBegin = false; // a row's first value, so that nothing can be told for a comment
 };
 
@@ -394,8 +509,9 @@ std::optional<std::size_t> wrappedRows(const std::vector<OutlineRow>& lines, std
 
 std::vector<Cell> cellsOfRow(std::string_view text, const OutlineRow& row, const TableForm& form) {
     const std::size_t width = form.columns.size();
-    std::vector<Cell> cells =
-        form.reading == RowReading::kTabs ? cellsBetweenTabs(text, row.line, width) : cellsOf(text, row.line);
+    std::vector<Cell> cells = form.reading == RowReading::kTabs
+                                  ? cellsBetweenTabs(text, lineOfCells(row, form), width)
+                                  : cellsOf(text, row.line);
     if (form.reading == RowReading::kLines && cells.size() != width && row.special) {
         std::vector<Cell> others = cellsWithDoubledQuotes(text, row.line);
         if (others.size() == width)

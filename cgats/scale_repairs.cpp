@@ -22,11 +22,16 @@ using Kind = TCgatsLiberty::Kind;
 // The reader takes spectra for percent that are above this in one of the first rows.
 constexpr double kLargestFraction = 10.0;
 constexpr std::size_t kInspectedRows = 5;
+// A single value of a spectrum above kLargestFraction whose others are below this is a slip, not a
+// percentage.
+constexpr double kBrightestFraction = 1.5;
+constexpr std::size_t kFewestBands = 4;
 // Spectra in percent stay below this; what lies above is no reflectance.
 constexpr double kLargestPercent = 1000.0;
 
 constexpr std::size_t kFewestRowsForXyz = 10;
 constexpr double kLargestSmallXyz = 1.5;
+constexpr double kLeastSmallXyz = -0.02; // a black below the noise of its instrument
 constexpr double kLeastWhiteY = 0.5;
 constexpr double kMostWhiteY = 1.2;
 constexpr double kBlackToWhite = 0.1;
@@ -225,9 +230,34 @@ private:
             (!saysPercent && staysBelow(draft, table(index), form(index), spectra, kLargestFraction)) ||
             extentOf(draft, table(index), form(index), spectra).largest > kLargestPercent)
             return;
-        replaceValues(draft, table(index), form(index), spectralColumns(form(index)), 0.0, -kPlacesOfPercent);
+        if (!saysPercent && !showsPercent(index)) {
+            draft.remark(Kind::kSpectralScale, repairs.line(table(index).dataLine).keyword,
+                         "spectra left as fractions: single values above 10 stand among values below 1.5");
+            return;
+        }
+        replaceValues(draft, table(index), form(index), spectra, 0.0, -kPlacesOfPercent);
         tell(index,
              "spectra in percent divided by 100: none of the first five rows shows that they are percent");
+    }
+
+    // Whether a spectrum above 10 is above that, or near it, in more than one band.
+    bool showsPercent(std::size_t index) const {
+        const Columns spectra = spectralColumns(form(index));
+        if (spectra.size() < kFewestBands)
+            return true;
+        bool shows = false;
+        forEachRow(draft.text, table(index), form(index), [&](const std::vector<Cell>& cells) {
+            std::size_t large = 0;
+            std::size_t bright = 0;
+            for (const std::size_t column : spectra) {
+                const double value = valueOf(draft, cells[column]);
+                large += value > kLargestFraction ? 1 : 0;
+                bright += value > kBrightestFraction ? 1 : 0;
+            }
+            shows = large > 0 && bright > 1;
+            return !shows;
+        });
+        return shows;
     }
 
     // Values of which `whole` stands for all light.
@@ -262,48 +292,91 @@ private:
     Draft& draft;
 };
 
-void bringXyz(Draft& draft, const Repairs& repairs, const OutlineTable& table, const TableForm& form) {
-    const Columns xyz = standardColumns(form, kXyzX, kXyzZ);
-    if (xyz.empty() || table.rows.size() < kFewestRowsForXyz ||
-        !staysBelow(draft, table, form, xyz, kLargestSmallXyz))
-        return;
-    const Extent all = extentOf(draft, table, form, xyz);
-    const Columns y = standardColumns(form, kXyzX + 1, kXyzX + 1);
-    const Extent luminance = extentOf(draft, table, form, y);
-    const bool isSmall = all.rows >= kFewestRowsForXyz && all.least >= 0.0;
-    const bool isWhite = luminance.largest >= kLeastWhiteY && luminance.largest <= kMostWhiteY;
-    if (!isSmall || !isWhite || luminance.least > kBlackToWhite * luminance.largest)
-        return;
-    replaceValues(draft, table, form, xyz, 0.0, kPlacesOfPercent);
-    draft.took(Kind::kXyzScale, repairs.line(table.dataLine).keyword,
-               "XYZ of 0 to 1 multiplied by 100; the largest Y was " + generalText(luminance.largest, 6));
-}
+/// Tables of XYZ on a scale of 0 to 1. One whose samples reach from black to white shows it for all of the
+/// text.
+class XyzScales {
+public:
+    explicit XyzScales(Repairs& shared) : repairs(shared), draft(shared.draft) {}
+
+    void run() {
+        std::vector<std::size_t> small;
+        bool isCertain = false;
+        for (std::size_t i = 0; i < repairs.outline.tables.size(); ++i) {
+            if (repairs.tables[i].reading == RowReading::kNone || !isSmall(i))
+                continue;
+            small.push_back(i);
+            isCertain = isCertain || showsWhite(i);
+        }
+        if (isCertain)
+            for (const std::size_t index : small)
+                bring(index);
+    }
+
+private:
+    const OutlineTable& table(std::size_t index) const { return repairs.outline.tables[index]; }
+    const TableForm& form(std::size_t index) const { return repairs.tables[index]; }
+    Columns xyz(std::size_t index) const { return standardColumns(form(index), kXyzX, kXyzZ); }
+
+    bool isSmall(std::size_t index) const {
+        const Columns columns = xyz(index);
+        return !columns.empty() && staysBelow(draft, table(index), form(index), columns, kLargestSmallXyz) &&
+               extentOf(draft, table(index), form(index), columns).least >= kLeastSmallXyz;
+    }
+
+    Extent luminance(std::size_t index) const {
+        return extentOf(draft, table(index), form(index), standardColumns(form(index), kXyzX + 1, kXyzX + 1));
+    }
+
+    bool showsWhite(std::size_t index) const {
+        const Extent y = luminance(index);
+        return y.rows >= kFewestRowsForXyz && y.largest >= kLeastWhiteY && y.largest <= kMostWhiteY &&
+               y.least <= kBlackToWhite * y.largest;
+    }
+
+    void bring(std::size_t index) {
+        const std::string largest = generalText(luminance(index).largest, 6);
+        Columns columns = xyz(index);
+        const Columns deviations = standardColumns(form(index), kStdevX, kStdevZ);
+        const bool haveDeviations =
+            !deviations.empty() && staysBelow(draft, table(index), form(index), deviations, kLargestSmallXyz);
+        if (haveDeviations)
+            columns.insert(columns.end(), deviations.begin(), deviations.end());
+        replaceValues(draft, table(index), form(index), columns, 0.0, kPlacesOfPercent);
+        draft.took(Kind::kXyzScale, repairs.line(table(index).dataLine).keyword,
+                   std::string("XYZ of 0 to 1 ") + (haveDeviations ? "and their standard deviations " : "") +
+                       "multiplied by 100; the largest Y was " + largest);
+    }
+
+    Repairs& repairs;
+    Draft& draft;
+};
 
 void remarkOnDevice(Draft& draft, const Repairs& repairs, const OutlineTable& table, const TableForm& form) {
     const Columns cmyk = standardColumns(form, kCmykC, kCmykK);
-    const Columns device = cmyk.empty() ? standardColumns(form, kRgbR, kRgbB) : cmyk;
+    const Columns rgb = standardColumns(form, kRgbR, kRgbB);
+    const Columns colorants = columnsWhere(form, [](const TableColumn& column) { return column.isColorant; });
+    const Columns& device = !cmyk.empty() ? cmyk : !rgb.empty() ? rgb : colorants;
     if (device.empty())
         return;
     const double largest = extentOf(draft, table, form, device, kRowsThatTell).largest;
     const Span where = repairs.line(table.dataLine).keyword;
-    const std::string colorants = cmyk.empty() ? "RGB" : "CMYK";
+    const std::string name = !cmyk.empty() ? "CMYK" : !rgb.empty() ? "RGB" : "colorant";
     if (largest > kLargestInk)
         draft.remark(Kind::kDeviceScale, where,
-                     colorants + " values such as " + generalText(largest, 6) +
+                     name + " values such as " + generalText(largest, 6) +
                          " are on a scale of 0 to 255, not of 0 to 100");
     else if (largest > 0.0 && largest <= kOne && staysBelow(draft, table, form, device, kOne))
-        draft.remark(Kind::kDeviceScale, where,
-                     colorants + " values are on a scale of 0 to 1, not of 0 to 100");
+        draft.remark(Kind::kDeviceScale, where, name + " values are on a scale of 0 to 1, not of 0 to 100");
 }
 
 } // namespace
 
 void repairScales(Repairs& repairs) {
     SpectralScales(repairs).run();
+    XyzScales(repairs).run();
     for (std::size_t i = 0; i < repairs.outline.tables.size(); ++i) {
         if (repairs.tables[i].reading == RowReading::kNone)
             continue;
-        bringXyz(repairs.draft, repairs, repairs.outline.tables[i], repairs.tables[i]);
         remarkOnDevice(repairs.draft, repairs, repairs.outline.tables[i], repairs.tables[i]);
     }
 }

@@ -1,5 +1,8 @@
 #include "cgats/spectral_name.h"
 
+#include <algorithm>
+#include <string>
+
 #include "base/number_text.h"
 #include "platform/utility.h"
 
@@ -14,7 +17,7 @@ constexpr std::string_view kPrefixes[] = {
     "SPECTRAL_NM_", "SPECTRAL_PCT_", "SPECTRAL_DEC_", "SPECTRAL_NM", "SPECTRAL_PCT",
     "SPECTRAL_DEC", "SPECTRAL_",     "SPECTRAL",      "SPECTRUM_",   "SPECTRUM",
     "SPEC_",        "SPEC",          "NM_",           "NM"};
-constexpr std::string_view kVaguePrefixes[] = {"", "R_", "R"};
+constexpr std::string_view kVaguePrefixes[] = {"", "R_", "R", "WL_", "WL"};
 constexpr std::string_view kUnits[] = {"_nm", "nm"};
 
 bool startsWith(std::string_view text, std::string_view start) {
@@ -30,8 +33,10 @@ bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// Digits, and a point with digits or none.
-std::optional<double> wavelengthOf(std::string_view digits) {
+// Digits, and a point or comma with digits or none.
+std::optional<double> wavelengthOf(std::string_view name) {
+    std::string digits(name);
+    std::replace(digits.begin(), digits.end(), ',', '.');
     std::size_t points = 0;
     for (const char c : digits) {
         points += c == '.' ? 1 : 0;

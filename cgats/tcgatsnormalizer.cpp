@@ -166,7 +166,10 @@ public:
             if (objection)
                 refuse(*objection);
         }
-        told.text = std::move(steps.empty() ? source : made);
+        if (told.code == 0 && outline.tables.empty())
+            told.remarks.push_back(
+                {Kind::kNoTable, 1, 1, "", "the text has no samples: no line BEGIN_DATA was found"});
+        told.text = std::move(steps.empty() || told.code != 0 ? source : made);
         return std::move(told);
     }
 

@@ -40,7 +40,8 @@ struct TCgatsLiberty {
         kCellQuoted,        ///< quotes put around a text with blanks between TABs
         kEmptyCell,         ///< a pair of quotes put between two TABs
         kNumberSpelling,    ///< a number rewritten: a decimal comma in quotes, thousands set apart
-        kDeviceScale        ///< a remark: device values of 0 to 1, or of 0 to 255; nothing is changed
+        kDeviceScale,       ///< a remark: device values of 0 to 1, or of 0 to 255; nothing is changed
+        kNoTable            ///< a remark: the text has no samples at all
     };
 
     Kind kind;
@@ -76,11 +77,12 @@ public:
     /// @return 0, a document error code (see GetRefusal) or 1 when there is no memory.
     int Normalize(std::string bytes);
 
-    /// The text for TCgats::ReadFromBuffer; as far as it could be brought into form after a refusal.
+    /// The text for TCgats::ReadFromBuffer. After a refusal the text as it came, in UTF-8.
     const std::string& GetText() const { return text; }
 
     int GetNrLiberties() const;
-    /// In the order of the bytes; null for a bad index.
+    /// In the order of the bytes; null for a bad index. After a refusal: what would have been done, as far as
+    /// the text was understood.
     const TCgatsLiberty* GetLiberty(int index) const;
     /// Remarks tell of something to know about values that are passed on as they are.
     int GetNrRemarks() const;

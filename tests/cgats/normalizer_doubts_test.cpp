@@ -197,5 +197,178 @@ TEST(normalizerDoubts, manySmallTables_areTakenInOneGo) {
     EXPECT_GT(normalizer.GetNrLiberties(), 10000);
 }
 
+// The second table would be a comment block to the reader.
+TEST(normalizerDoubts, tablesInTwoLetterCases_areBothRead) {
+    const std::string first = table("SAMPLE_ID\tLAB_L", "1", "1\t10\n");
+    const std::string second = "begin_data_format\nSAMPLE_ID\tLAB_L\nend_data_format\nnumber_of_sets\t2\n"
+                               "begin_data\n2\t20\n3\t30\nend_data\n";
+    const Normalized normalized = accepted(first + second);
+    TCgats document;
+    ASSERT_EQ(document.ReadFromBuffer(normalized.text().c_str()), 0);
+    ASSERT_EQ(document.GetNrTables(), 2);
+    EXPECT_EQ(document.GetNrSamples(1), 2);
+    EXPECT_EQ(normalized.countOf(Liberty::kKeywordSpelling), 5);
+}
+
+TEST(normalizerDoubts, keywordsInQuotes_areKeywordsWhereThereIsNoTableOtherwise) {
+    const Normalized normalized =
+        accepted("CGATS.17\n\"BEGIN_DATA_FORMAT\"\nSAMPLE_ID\tLAB_L\n\"END_DATA_FORMAT\"\n"
+                 "\"NUMBER_OF_SETS\"\t1\n\"BEGIN_DATA\"\n1\t10\n\"END_DATA\"\n");
+    EXPECT_EQ(normalized.text(), "CGATS.17\nBEGIN_DATA_FORMAT\nSAMPLE_ID\tLAB_L\nEND_DATA_FORMAT\n"
+                                 "NUMBER_OF_SETS\t1\nBEGIN_DATA\n1\t10\nEND_DATA\n");
+}
+
+TEST(normalizerDoubts, sampleNamedLikeAMarkInQuotes_staysASample) {
+    expectUnchanged(table("SAMPLE_ID\tLAB_L", "2", "\"END_DATA\"\t10\n\"BEGIN_DATA\"\t11\n"));
+}
+
+// "1,234.50" proves that the comma sets thousands apart, in all of the table.
+TEST(normalizerDoubts, groupOfThreeDigits_isThousandsWhereAnotherNumberProvesIt) {
+    expectText(table("SAMPLE_ID\tLAB_L\tLAB_A", "2", "1\t1,234.50\t5.5\n2\t1,234\t2,000\n"),
+               table("SAMPLE_ID\tLAB_L\tLAB_A", "2", "1\t1234.50\t5.5\n2\t1234\t2000\n"));
+    expectText(table("SAMPLE_ID\tLAB_L", "2", "1\t1.234,50\n2\t1.234\n"),
+               table("SAMPLE_ID\tLAB_L", "2", "1\t1234.50\n2\t1234\n"));
+    expectUnchanged(table("SAMPLE_ID\tLAB_L", "2", "1\t1,234\n2\t12,5\n"));
+}
+
+// Blanks prove nothing of the comma.
+TEST(normalizerDoubts, thousandsBehindBlanks_leaveCommasDecimal) {
+    expectText(table("SAMPLE_ID\tSAMPLE_NAME\tLAB_L", "2", "1\tRed\t1 234,50\n2\tBlue\t1,234\n"),
+               table("SAMPLE_ID\tSAMPLE_NAME\tLAB_L", "2", "1\tRed\t1234.50\n2\tBlue\t1,234\n"));
+}
+
+TEST(normalizerDoubts, decimalsBehindAProvenThousandsMark_areRefused) {
+    const Normalized normalized{table("SAMPLE_ID\tLAB_L", "2", "1\t1,234.50\n2\t12,5\n")};
+    EXPECT_EQ(normalized.code, 13);
+    ASSERT_NE(normalized.refusal(), nullptr);
+    EXPECT_EQ(normalized.refusal()->line, 8);
+    EXPECT_EQ(normalized.refusal()->token, "12,5");
+}
+
+TEST(normalizerDoubts, commentsAmongRowsBetweenTabs_areNoRows) {
+    const std::string columns = "SAMPLE_ID\tSAMPLE_NAME\tLAB_L";
+    const std::string text = table(columns, "2", "# first\n1\tDark Blue\t10\n2\tLight Red\t11 # paper\n");
+    expectText(text,
+               table(columns, "2", "\n1\t\"Dark Blue\"\t10\n2\t\"Light Red\"\t11 \n", "END_DATA # first\n"));
+    EXPECT_EQ(Normalized{text}.countOf(Liberty::kCommentDropped), 1);
+    expectText(table(columns, "2", "1\tDark Blue\t10\n2\tLight Red\t11\t# paper\n"),
+               table(columns, "2", "1\t\"Dark Blue\"\t10\n2\t\"Light Red\"\t11\t\n", "END_DATA # paper\n"));
+}
+
+TEST(normalizerDoubts, quotesInACommentBehindANumber_stayInTheComment) {
+    expectText(table("SAMPLE_ID\tSAMPLE_NAME\tLAB_L", "1", "1\tDark Blue\t5 #\"x\" y\n"),
+               table("SAMPLE_ID\tSAMPLE_NAME\tLAB_L", "1", "1\t\"Dark Blue\"\t5 \n", "END_DATA #\"x\" y\n"));
+}
+
+TEST(normalizerDoubts, numberSignInATextBetweenTabs_isText) {
+    expectText(table("SAMPLE_ID\tLAB_L\tSAMPLE_NAME", "1", "1\t10\tBlue #5\n"),
+               table("SAMPLE_ID\tLAB_L\tSAMPLE_NAME", "1", "1\t10\t\"Blue #5\"\n"));
+}
+
+TEST(normalizerDoubts, tabBeforeTheFirstCellOfEveryRow_isNoCell) {
+    const std::string columns = "\tSAMPLE_ID\tSAMPLE_NAME\tLAB_L";
+    expectText(table(columns, "2", "\t1\tDark Blue\t10\n\t2\tRed\t11\n"),
+               table(columns, "2", "\t1\t\"Dark Blue\"\t10\n\t2\tRed\t11\n"));
+    const Normalized normalized{table(columns, "2", "\t1\tDark Blue\t10\n\t2\tLight Red\n")};
+    EXPECT_EQ(normalized.code, 13);
+}
+
+TEST(normalizerDoubts, wordsBehindAClosingQuote_keepBothQuotesAsApostrophes) {
+    expectText(table("SAMPLE_ID\tSAMPLE_NAME\tLAB_L", "1", "1\t\"a\" b c\t10\n"),
+               table("SAMPLE_ID\tSAMPLE_NAME\tLAB_L", "1", "1\t\"'a' b c\"\t10\n"));
+}
+
+TEST(normalizerDoubts, namesWithCommasOrSemicolonsBetween_areRefused) {
+    for (const std::string separator : {",", ";"}) {
+        const Normalized normalized{table("SAMPLE_ID" + separator + "LAB_L", "1", "1" + separator + "10\n")};
+        EXPECT_EQ(normalized.code, 11);
+        ASSERT_NE(normalized.refusal(), nullptr);
+        EXPECT_EQ(normalized.refusal()->line, 3);
+    }
+    EXPECT_EQ(Normalized{table("SAMPLE_ID\tA,B", "1", "1\t10\n")}.code, 0);
+}
+
+TEST(normalizerDoubts, wavelengthsWithACommaForThePoint_areWavelengths) {
+    expectText(table("SAMPLE_ID\t380,0nm\t390,0nm", "1", "1\t0.1\t0.2\n"),
+               table("SAMPLE_ID\tSPECTRAL_380\tSPECTRAL_390", "1", "1\t0.1\t0.2\n"));
+    expectText(table("SAMPLE_ID\tSPECTRAL_NM\tSPECTRAL_DEC", "1", "1\t400,0\t0.5\n"),
+               table("SAMPLE_ID\tSPECTRAL_400", "1", "1\t0.5\n"));
+}
+
+TEST(normalizerDoubts, pairsWhoseWavelengthsDifferFromRowToRow_areRemarked) {
+    const Normalized normalized =
+        accepted(table("SAMPLE_ID\tSPECTRAL_NM\tSPECTRAL_DEC", "2", "1\t400\t0.5\n2\t410\t0.6\n"));
+    EXPECT_THAT(normalized.liberties(), testing::IsEmpty());
+    EXPECT_THAT(normalized.remarks(),
+                testing::ElementsAre(Finding{Liberty::kSpectralPairs, 3, 11, "SPECTRAL_NM"}));
+}
+
+// Eleven samples from white to black; Z of the black is `black`.
+std::string smallXyz(const std::string& black) {
+    std::string rows;
+    for (int i = 0; i < 10; ++i) {
+        const std::string value = "0." + std::to_string(85 - 8 * i);
+        rows += std::to_string(i + 1) + "\t" + value + "\t" + value + "\t" + value + "\n";
+    }
+    return rows + "11\t0.01\t0.01\t" + black + "\n";
+}
+
+TEST(normalizerDoubts, blackBelowZero_hidesNoScaleOfXyz) {
+    const std::string columns = "SAMPLE_ID\tXYZ_X\tXYZ_Y\tXYZ_Z";
+    EXPECT_EQ(accepted(table(columns, "11", smallXyz("-0.0002"))).countOf(Liberty::kXyzScale), 1);
+    expectUnchanged(table(columns, "11", smallXyz("-0.5")));
+}
+
+TEST(normalizerDoubts, scaleOfXyz_isThatOfTheWholeText) {
+    const std::string columns = "SAMPLE_ID\tXYZ_X\tXYZ_Y\tXYZ_Z";
+    const Normalized normalized = accepted(table(columns, "11", smallXyz("0.01")) +
+                                           table(columns, "1", "paper\t0.83\t0.85\t0.70\n").substr(9));
+    EXPECT_EQ(normalized.countOf(Liberty::kXyzScale), 2);
+    EXPECT_THAT(normalized.text(), testing::HasSubstr("paper\t83\t85\t70\n"));
+}
+
+TEST(normalizerDoubts, standardDeviationsOfXyz_areScaledWithIt) {
+    std::string rows;
+    for (int i = 0; i < 10; ++i)
+        rows += std::to_string(i) + "\t0.8\t0.8\t0.8\t0.01\t0.02\t0.03\n";
+    rows += "k\t0.01\t0.01\t0.01\t0.001\t0.002\t0.003\n";
+    const std::string columns = "SAMPLE_ID\tXYZ_X\tXYZ_Y\tXYZ_Z\tSTDEV_X\tSTDEV_Y\tSTDEV_Z";
+    const Normalized normalized = accepted(table(columns, "11", rows));
+    EXPECT_THAT(normalized.text(), testing::HasSubstr("k\t1\t1\t1\t0.1\t0.2\t0.3\n"));
+}
+
+TEST(normalizerDoubts, bytesInChannelsOfSixColours_areRemarked) {
+    std::string columns = "SAMPLE_ID";
+    for (int i = 1; i <= 6; ++i)
+        columns += "\t6CLR_" + std::to_string(i);
+    const Normalized normalized = accepted(table(columns, "1", "1\t255\t0\t10\t20\t30\t40\n"));
+    EXPECT_THAT(normalized.remarks(),
+                testing::ElementsAre(Finding{Liberty::kDeviceScale, 6, 1, "BEGIN_DATA"}));
+}
+
+// One slip of eleven among fractions proves no percentages.
+TEST(normalizerDoubts, singleValueAboveTen_makesNoPercentages) {
+    std::string rows;
+    for (int i = 1; i <= 7; ++i)
+        rows += std::to_string(i) + (i == 7 ? "\t0.5\t11\t0.5\t0.5\n" : "\t0.5\t0.5\t0.5\t0.5\n");
+    const std::string text = table("SAMPLE_ID\tnm400\tnm410\tnm420\tnm430", "7", rows);
+    expectUnchanged(text);
+    EXPECT_THAT(Normalized{text}.remarks(),
+                testing::ElementsAre(Finding{Liberty::kSpectralScale, 6, 1, "BEGIN_DATA"}));
+}
+
+TEST(normalizerDoubts, textWithoutSamples_isRemarked) {
+    EXPECT_THAT(Normalized{"Dear reader,\n"}.remarks(),
+                testing::ElementsAre(Finding{Liberty::kNoTable, 1, 1, ""}));
+    EXPECT_THAT(Normalized{table("SAMPLE_ID", "1", "1\n")}.remarks(), testing::IsEmpty());
+}
+
+TEST(normalizerDoubts, refusedText_isGivenBackAsItCame) {
+    const std::string text = table("SAMPLE_ID\tLAB_L", "2", "1\t10\n2\t11\t12\n") + "\"free text\"\n";
+    const Normalized normalized{text};
+    EXPECT_EQ(normalized.code, 13);
+    EXPECT_EQ(normalized.text(), text);
+}
+
 } // namespace
 } // namespace qxcms::tests

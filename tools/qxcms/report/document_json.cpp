@@ -68,6 +68,8 @@ const char* wordOf(TCgatsLiberty::Kind kind) {
         return "numberSpelling";
     case TCgatsLiberty::kDeviceScale:
         return "deviceScale";
+    case TCgatsLiberty::kNoTable:
+        return "noTable";
     }
     return "";
 }
