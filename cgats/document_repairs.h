@@ -20,6 +20,7 @@ struct TableColumn {
     Span where; ///< the name in the text; empty for a format that was taken over
     bool isText = false;
     int wavelength = -1;     ///< in nm; -1 for any other column
+    int standard = -1;       ///< which standard field (StandardField); -1 for any other column
     bool isPercent = false;  ///< its name says that it holds percent
     bool isLeftOut = false;  ///< it held the wavelength of the next one
     bool isColorant = false; ///< a channel of an n-colour space or a custom process colour

@@ -23,12 +23,18 @@ using Kind = TCgatsLiberty::Kind;
 constexpr int kSampleCountMismatchCode = 13;
 constexpr std::size_t kSmallestRun = 4; // of names that are wavelengths only together
 
+// Formats that are put in may make a text so many times as long, and a short one longer by so many
+// characters.
+constexpr std::size_t kLargestGrowth = 4;
+constexpr std::size_t kSmallGrowth = 65536;
+
 /// What the reader makes of a name.
 struct NameClass {
     bool known = false;
     int kind = TCgatsField::kCustom;
     int dataType = TCgatsField::kString;
     int number = 0;
+    int standard = -1; // which standard field
 };
 
 /// What names mean at a place of a text, as the reader knows them there. Goes along with the text.
@@ -71,8 +77,10 @@ private:
     static NameClass classOf(TCgats& document, const std::string& name) {
         NameClass found;
         std::string canonical;
-        found.known = CgatsReader::classify(document, name.c_str(), &found.kind, &found.number,
-                                            &found.dataType, &canonical) >= 0;
+        const int id = CgatsReader::classify(document, name.c_str(), &found.kind, &found.number,
+                                             &found.dataType, &canonical);
+        found.known = id >= 0;
+        found.standard = found.known && found.kind == TCgatsField::kStandard ? id : -1;
         return found;
     }
 
@@ -136,30 +144,30 @@ private:
     // A column whose name may be a wavelength, where that is so: by its name, or in a run of such names whose
     // wavelengths ascend.
     void findSpectra() {
+        std::vector<std::optional<SpectralName>> spectral;
+        for (const Span name : names)
+            spectral.push_back(spectralName(withoutSpaces(name)));
         wavelengths.assign(names.size(), std::nullopt);
         for (std::size_t first = 0; first < names.size();) {
-            const std::size_t last = behindRun(first);
+            const std::size_t last = behindRun(spectral, first);
             const bool isRun = last - first >= kSmallestRun;
-            for (std::size_t i = first; i < last; ++i) {
-                const auto name = spectralName(withoutSpaces(names[i]));
-                if (name && (name->isCertain || isRun))
-                    wavelengths[i] = name->wavelength;
-            }
+            for (std::size_t i = first; i < last; ++i)
+                if (spectral[i] && (spectral[i]->isCertain || isRun))
+                    wavelengths[i] = spectral[i]->wavelength;
             first = last;
         }
     }
 
     // Behind the longest run of vague names, or behind one name.
-    std::size_t behindRun(std::size_t first) const {
+    static std::size_t behindRun(const std::vector<std::optional<SpectralName>>& spectral,
+                                 std::size_t first) {
+        const auto goesOn = [](const SpectralName& before, const SpectralName& next) {
+            return !before.isCertain && !next.isCertain && next.wavelength > before.wavelength;
+        };
         std::size_t last = first + 1;
-        while (last < names.size()) {
-            const auto before = spectralName(withoutSpaces(names[last - 1]));
-            const auto next = spectralName(withoutSpaces(names[last]));
-            if (!before || !next || before->isCertain || next->isCertain ||
-                next->wavelength <= before->wavelength)
-                break;
+        while (last < spectral.size() && spectral[last - 1] && spectral[last] &&
+               goesOn(*spectral[last - 1], *spectral[last]))
             ++last;
-        }
         return last;
     }
 
@@ -191,6 +199,7 @@ private:
         TableColumn column{name, where, isText};
         if (asked.known && asked.kind == TCgatsField::kSpectral)
             column.wavelength = asked.number;
+        column.standard = asked.standard;
         column.isColorant =
             asked.known && (asked.kind == TCgatsField::kProcessColor || asked.kind == TCgatsField::kNColor);
         return column;
@@ -250,7 +259,7 @@ private:
         const std::vector<int> declaring = vocabulary.declaringLines(name);
         repairs.uselessKeywords.insert(repairs.uselessKeywords.end(), declaring.begin(), declaring.end());
         const bool isPercent = name.find("PCT") != std::string::npos || name.find("pct") != std::string::npos;
-        return {proper, where, false, rounded, isPercent};
+        return {proper, where, false, rounded, -1, isPercent};
     }
 
     // A name of the wavelength that no line declares as text.
@@ -374,15 +383,11 @@ private:
         double exact = 0.0;
     };
 
-    static bool isNamed(const TableColumn& column, StandardField field) {
-        return findIgnoringCase(kFieldNames, kFieldNameCount, column.name.c_str()) == field;
-    }
-
     void findPairs() {
         for (std::size_t i = 0; i + 1 < form.columns.size(); ++i) {
-            const bool isPercent = isNamed(form.columns[i + 1], kSpectralPct);
-            if (isNamed(form.columns[i], kSpectralNm) &&
-                (isPercent || isNamed(form.columns[i + 1], kSpectralDec)))
+            const bool isPercent = form.columns[i + 1].standard == kSpectralPct;
+            if (form.columns[i].standard == kSpectralNm &&
+                (isPercent || form.columns[i + 1].standard == kSpectralDec))
                 pairs.push_back({i, -1, isPercent});
         }
     }
@@ -437,6 +442,7 @@ private:
                        "the wavelength of the column " + name + " rounded to whole nanometres");
         valued.name = name;
         valued.wavelength = pair.wavelength;
+        valued.standard = -1;
         valued.isPercent = pair.isPercent;
     }
 
@@ -461,8 +467,16 @@ void takeFormatOver(Repairs& repairs, const OutlineTable& table, const TableForm
                "the data format of the table before put in for this one");
 }
 
-/// The form of the table before, where the first row fits it; nothing else.
-TableForm formTakenOver(Repairs& repairs, const OutlineTable& table) {
+std::size_t lengthOfNames(const std::vector<TableColumn>& columns) {
+    std::size_t length = 0;
+    for (const TableColumn& column : columns)
+        length += column.name.size() + 1;
+    return length;
+}
+
+/// The form of the table before, where the first row fits it; nothing else. `room` is what formats that are
+/// put in may still add to the text.
+TableForm formTakenOver(Repairs& repairs, const OutlineTable& table, std::size_t& room) {
     if (repairs.tables.empty() || repairs.tables.back().columns.empty() || table.rows.empty())
         return {};
     const std::vector<TableColumn>& columns = repairs.tables.back().columns;
@@ -475,6 +489,15 @@ TableForm formTakenOver(Repairs& repairs, const OutlineTable& table) {
                 " values, as the table before has columns; this one has no data format of its own");
         return {};
     }
+    const std::size_t length = lengthOfNames(columns);
+    if (length > room) {
+        repairs.draft.refuse(
+            kNoTmpHeader, repairs.line(table.dataLine).keyword,
+            "a data format of the table's own: to put in that of the table before, as often as it "
+            "is missing, would make the text several times as long");
+        return {};
+    }
+    room -= length;
     TableForm form;
     form.columns = columns;
     for (TableColumn& column : form.columns)
@@ -486,9 +509,10 @@ TableForm formTakenOver(Repairs& repairs, const OutlineTable& table) {
 
 void repairFormats(Repairs& repairs) {
     FieldVocabulary vocabulary(repairs);
+    std::size_t room = kLargestGrowth * repairs.draft.text.size() + kSmallGrowth;
     for (const OutlineTable& table : repairs.outline.tables) {
         if (table.formatLine < 0) {
-            repairs.tables.push_back(formTakenOver(repairs, table));
+            repairs.tables.push_back(formTakenOver(repairs, table, room));
             continue;
         }
         repairRemarks(repairs, table);

@@ -105,7 +105,7 @@ inline void takeGaps(std::uint64_t gaps, int length, RowState& state) {
     state.run = static_cast<std::size_t>(length - kBlock + __builtin_clzll(gaps));
 }
 
-const char* readRowBlocks(const char* at, const char* end, RowState* place) {
+[[maybe_unused]] const char* readRowBlocks(const char* at, const char* end, RowState* place) {
     RowState& state = *place;
     while (end - at >= kBlock) {
         const std::uint64_t blanks = maskOf(at, [](Lane c) { return (c == ' ') | (c == '\t'); });

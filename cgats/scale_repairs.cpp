@@ -11,7 +11,6 @@
 #include "cgats/cgats_vocabulary.h"
 #include "cgats/decimal_text.h"
 #include "cgats/document_repairs.h"
-#include "platform/utility.h"
 
 namespace qxcms::detail {
 
@@ -130,8 +129,7 @@ Columns spectralColumns(const TableForm& form) {
 /// The columns of neighbouring standard fields, in any order of the table; empty unless all are there once.
 Columns standardColumns(const TableForm& form, int first, int last) {
     Columns columns = columnsWhere(form, [&](const TableColumn& column) {
-        const int field = findIgnoringCase(kFieldNames, kFieldNameCount, column.name.c_str());
-        return !column.isText && field >= first && field <= last;
+        return !column.isText && column.standard >= first && column.standard <= last;
     });
     if (static_cast<int>(columns.size()) != last - first + 1)
         columns.clear();

@@ -227,15 +227,16 @@ private:
 
     /// Adds findings in the text as it is to those there are, in the order of the source.
     void place(const Draft& draft, std::vector<Finding>& findings, std::vector<TCgatsLiberty>& list) const {
-        std::stable_sort(findings.begin(), findings.end(),
+        sortUnlessSorted(findings,
                          [](const Finding& a, const Finding& b) { return a.token.first < b.token.first; });
+        list.reserve(list.size() + findings.size());
         PlaceCounter counter(source);
         for (Finding& finding : findings) {
             counter.moveTo(sourceOf(finding.token.first));
             list.push_back({finding.kind, counter.lineNow(), counter.columnNow(),
                             std::string(finding.token.of(draft.text)), std::move(finding.done)});
         }
-        std::stable_sort(list.begin(), list.end(), standsBefore);
+        sortUnlessSorted(list, standsBefore);
     }
 
     /// What the reader says against a text with one row of each table, as it says of the whole.

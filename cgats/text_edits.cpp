@@ -6,7 +6,7 @@
 namespace qxcms::detail {
 
 void TextEdits::sort() {
-    std::stable_sort(edits.begin(), edits.end(), [](const Edit& a, const Edit& b) {
+    sortUnlessSorted(edits, [](const Edit& a, const Edit& b) {
         return a.what.first != b.what.first ? a.what.first < b.what.first : a.what.empty() && !b.what.empty();
     });
     std::size_t taken = 0;

@@ -2,6 +2,7 @@
 /// Changes of a text, collected first and applied in one go. Internal.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -10,6 +11,13 @@
 #include "cgats/text_span.h"
 
 namespace qxcms::detail {
+
+/// Sorts a long list that seldom is out of order; equal ones keep theirs.
+template <class List, class Order>
+void sortUnlessSorted(List& list, Order&& order) {
+    if (!std::is_sorted(list.begin(), list.end(), order))
+        std::stable_sort(list.begin(), list.end(), order);
+}
 
 class TextEdits {
 public:

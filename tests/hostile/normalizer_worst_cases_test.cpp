@@ -127,6 +127,19 @@ const WorstText kWorstTexts[] = {
          return filled(kSize, "BEGIN_DATA\n1\nEND_DATA\n",
                        tableText(columns("a", 2000), 1, repeated("1 ", 2000)));
      }},
+    {"formatOfManyNamesTakenOverByRowsThatFit",
+     [] {
+         const std::string row = "BEGIN_DATA\n" + repeated("1 ", 2000) + "\nEND_DATA\n";
+         return filled(kSize, row, formatText(columns("a", 2000)) + "NUMBER_OF_SETS 1\n" + row);
+     }},
+    {"formatOfLongNamesTakenOverByRowsThatFit",
+     [] {
+         const std::string row = "BEGIN_DATA\n" + repeated("1 ", 250) + "\nEND_DATA\n";
+         return filled(kSize, row,
+                       formatText(columns(std::string(1900, 'a'), 250)) + "NUMBER_OF_SETS 1\n" + row);
+     }},
+    {"formatOfOneLongNameTakenOver",
+     [] { return filled(kSize, "BEGIN_DATA\n1\nEND_DATA\n", tableOfOne("nm" + std::string(4000, '0'))); }},
     {"formatTakenOver", [] { return filled(kSize, "BEGIN_DATA\n1\nEND_DATA\n", tableOfOne("LAB_L")); }},
     {"samplesAlone", [] { return filled(kSize, "BEGIN_DATA\n1\nEND_DATA\n"); }},
     {"samplesInLowerCase", [] { return filled(kSize, "begin_data\n1\nend_data\n"); }},
@@ -135,6 +148,7 @@ const WorstText kWorstTexts[] = {
     {"differentBlocksWithoutEnd",
      [] { return numbered([](int i) { return "BEGIN_" + std::to_string(i) + "\n"; }); }},
     {"formatsWithoutEnd", [] { return filled(kSize, "BEGIN_DATA_FORMAT\nLAB_L\n"); }},
+    {"samplesWithoutEnd", [] { return filled(kSize, "BEGIN_DATA\n1\n", formatText("LAB_L")); }},
     {"countedSamplesWithoutEnd",
      [] { return filled(kSize, "NUMBER_OF_SETS 1\nBEGIN_DATA\n1\n", formatText("LAB_L")); }},
     {"tablesWithoutEnd", [] { return filled(kSize, formatText("LAB_L") + "BEGIN_DATA\n1\n"); }},
@@ -239,6 +253,8 @@ const WorstText kWorstTexts[] = {
                        "\t1\nEND_DATA\n");
      }},
     {"emptyCells", [] { return rowsOf("SAMPLE_NAME\tSTRING\tLAB_L", "\t\t1"); }},
+    {"emptyCellsOfWideRows",
+     [] { return rowsOf(repeated("STRING\t", 999) + "LAB_L", repeated("\t", 999) + "1"); }},
     {"cellsOfWordsOfWideRows",
      [] { return rowsOf(repeated("STRING\t", 999) + "LAB_L", repeated("a b\t", 999) + "1"); }},
     {"commasInQuotesOfWideRows", [] { return rowsOf(repeated("nm1 ", 1000), repeated("\"1,\"", 1000)); }},
