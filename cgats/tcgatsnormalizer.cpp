@@ -86,6 +86,16 @@ std::size_t markLength(std::string_view text) {
     return 0;
 }
 
+/// Of the marks that a text begins with, those of UTF-16 too.
+std::size_t marksLength(std::string_view text) {
+    constexpr std::size_t kUtf16MarkLength = 2;
+    std::size_t length = 0;
+    while (const std::size_t mark =
+               looksLikeUtf16(text.substr(length)) ? kUtf16MarkLength : markLength(text.substr(length)))
+        length += mark;
+    return length;
+}
+
 /// Leaves out NUL bytes, and byte-order marks where the text begins.
 void clean(Draft& draft) {
     std::size_t nulBytes = 0;
@@ -201,10 +211,26 @@ private:
     }
 
     void take(const Draft& draft) {
+        apply(draft);
+        if (const std::size_t length = marksLength(made))
+            dropMarks(length);
+        outline = outlineOf(made);
+    }
+
+    // Marks that came to the beginning, or whose bytes came together, when something was left out.
+    void dropMarks(std::size_t length) {
+        Draft draft(made);
+        draft.edits.remove({0, length});
+        draft.edits.sort();
+        draft.took(Kind::kEncoding, {0, length}, "a byte-order mark left out");
+        place(draft, draft.liberties, told.liberties);
+        apply(draft);
+    }
+
+    void apply(const Draft& draft) {
         std::string changed = draft.edits.appliedTo(text());
         steps.push_back(draft.edits);
         made = std::move(changed);
-        outline = outlineOf(made);
     }
 
     std::size_t sourceOf(std::size_t position) const {

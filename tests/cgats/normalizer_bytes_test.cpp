@@ -226,5 +226,12 @@ TEST(normalizerBytes, everyLiberty_isTold) {
     }
 }
 
+// What is left out must not bring a mark to the beginning, which a second pass would take out.
+TEST(normalizerBytes, marksThatComeTogether_areLeftOut) {
+    EXPECT_EQ(accepted(std::string("\xFE\0\xFFKEY\t1\n", 9)).text(), "KEY\t1\n");
+    EXPECT_EQ(accepted(std::string("\xEF\0\xBB\xBFKEY\t1\n", 10)).text(), "KEY\t1\n");
+    EXPECT_EQ(accepted("#a comment\n\xFF\xFE\xFE\xFFKEY\t1\n").text(), "KEY\t1 #a comment\n");
+}
+
 } // namespace
 } // namespace qxcms::tests
