@@ -182,15 +182,10 @@ private:
                 "column names with TABs or blanks between them; commas and semicolons separate none");
             return {name, where, true};
         }
-        if (name.find_first_of(" \t\"") != std::string::npos && !vocabulary.given(name).known)
+        if (name.find_first_of(" \t\"") != std::string::npos && !isKnown(name))
             name = joined(where, name);
-        NameClass asked = vocabulary.asked(name);
-        NameClass given = vocabulary.given(name);
-        // "nm380_SD" is no second column of 380 nm, although the reader takes it for one.
-        if (asked.kind == TCgatsField::kSpectral && !endsInDigit(name)) {
-            asked.known = false;
-            given.known = given.known && given.kind == TCgatsField::kCustom;
-        }
+        const NameClass asked = meaningOf(vocabulary.asked(name), name);
+        const NameClass given = meaningOf(vocabulary.given(name), name);
         if (!given.known)
             declare(where, name);
         else if (asked.known && asked.kind != TCgatsField::kCustom && given.kind == TCgatsField::kCustom)
@@ -217,6 +212,13 @@ private:
         }
         return known > 1;
     }
+
+    // "nm380_SD" is no second column of 380 nm, although the reader takes it for one.
+    static NameClass meaningOf(NameClass read, const std::string& name) {
+        return read.kind == TCgatsField::kSpectral && !endsInDigit(name) ? NameClass() : read;
+    }
+
+    bool isKnown(const std::string& name) { return meaningOf(vocabulary.given(name), name).known; }
 
     static bool endsInDigit(const std::string& name) {
         return !name.empty() && name.back() >= '0' && name.back() <= '9';

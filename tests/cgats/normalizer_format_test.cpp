@@ -244,5 +244,14 @@ TEST(normalizerFormat, everyKindOfColumn_passes) {
                               "1 a b 10 20 30 40 1 2 0.5 0.6"));
 }
 
+// The reader would take it for a column of 380 nm; a KEYWORD line cannot name it as it stands.
+TEST(normalizerFormat, quoteInANameLikeASpectralOne_becomesAnApostrophe) {
+    const Normalized normalized =
+        accepted("CGATS.17\nBEGIN_DATA_FORMAT\nSAMPLE_ID\tnm380)A\"B\nEND_DATA_FORMAT\n"
+                 "NUMBER_OF_SETS\t1\nBEGIN_DATA\n1\t2\nEND_DATA\n");
+    EXPECT_THAT(normalized.text(), testing::HasSubstr("KEYWORD \"nm380)A'B\"\n"));
+    EXPECT_THAT(normalized.text(), testing::HasSubstr("SAMPLE_ID\tnm380)A'B\n"));
+}
+
 } // namespace
 } // namespace qxcms::tests
