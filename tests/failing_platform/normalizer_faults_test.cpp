@@ -145,6 +145,10 @@ std::vector<Refused> refusedTexts() {
         {"formatMissing", kHead + "NUMBER_OF_SETS 1\nBEGIN_DATA\n1 2\nEND_DATA\n", 6},
         {"endOfFormatMissing", kHead + "ORIGINATOR the desk\nBEGIN_DATA_FORMAT\nLAB_L LAB_A\n", 9},
         {"wavelengthTwice", kHead + tableText("SPEC_382.5 SPEC_383", 1, "0.1 0.2"), 11},
+        {"beginOfFormatMissing",
+         kHead + "NUMBER_OF_FIELDS 2\nSAMPLE_ID LAB_L\nEND_DATA_FORMAT\nNUMBER_OF_SETS 1\nBEGIN_DATA\n"
+                 "1 50\nEND_DATA\n",
+         12},
         {"rowTooShort", kHead + tableText("SAMPLE_ID LAB_L LAB_A", 3, "1 2 3\n4 5\n6 7 8"), 13},
         {"noSamples", kHead + tableText("LAB_L", 1, ""), 15},
         {"valueTooLong", kHead + tableText("SAMPLE_ID LAB_L", 1, std::string(128, 'a') + " 50"), 1},
