@@ -34,7 +34,6 @@ constexpr const char* kInkBookField = "InkBook";
 
 constexpr int kTristimulusValues = 3;
 constexpr int kFewestChannels = 3;
-constexpr int kFewestNColors = 5;
 
 using Field = std::unique_ptr<TCgatsField>;
 

@@ -56,6 +56,9 @@ enum StandardField : int {
     kStdevZ = 35
 };
 
+/// Channels that an n-colour space has at least.
+constexpr int kFewestNColors = 5;
+
 /// The document's error codes.
 enum DocumentError : int {
     kTokenTooLong = -1,

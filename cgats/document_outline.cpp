@@ -38,6 +38,10 @@ int wordOf(std::string_view keyword, bool ignoreCase) {
     return -1;
 }
 
+bool isNearly(std::string_view word, int code) {
+    return differByOneLetter(word, kKeywords[code]);
+}
+
 bool opensBlock(std::string_view keyword) {
     return keyword.size() >= kBlockStartLength &&
            strncmp_ci(keyword.data(), kBlockStart, kBlockStartLength) == 0;
@@ -80,6 +84,8 @@ private:
         line.comment = {line.hasComment ? hash + 1 : hash, line.line.last};
         const std::string_view word = line.keyword.of(text);
         line.word = takesAnySpelling ? wordOf(withoutQuotes(word), true) : wordOf(word, false);
+        if (line.word < 0 && first == endOfNames)
+            line.word = kEndDataFormat;
         line.part = part;
         return line;
     }
@@ -134,6 +140,7 @@ private:
             const std::size_t end = takeNames(names);
             if (end < line.last) {
                 at = end;
+                endOfNames = isNearly(withoutBlanks(text, names).of(text), kEndDataFormat) ? end : endOfNames;
                 if (names.last < line.last)
                     table.formatRemarks.pop_back();
                 return;
@@ -148,7 +155,8 @@ private:
             const std::size_t last = findIn(text, {first, trimmed.last}, " \t");
             const Span token{first, last};
             const int word = wordOf(takesAnySpelling ? withoutQuotes(token.of(text)) : token.of(text), true);
-            if (word == kEndDataFormat ||
+            const bool isAlone = token.first == trimmed.first && token.last == trimmed.last;
+            if (word == kEndDataFormat || (isAlone && isNearly(token.of(text), kEndDataFormat)) ||
                 (first == trimmed.first && (word == kBeginData || word == kNumberOfSets))) {
                 if (first > trimmed.first)
                     table.nameLines.push_back(withoutBlanks(text, {trimmed.first, first}));
@@ -272,7 +280,7 @@ private:
             return false;
         const int code = wordOf(takesAnySpelling ? withoutQuotes(word) : word, true);
         const bool alone = line.value.empty();
-        if (code == kEndData || (alone && differByOneLetter(word, kKeywords[kEndData]))) {
+        if (code == kEndData || (alone && isNearly(word, kEndData))) {
             end = kEndData;
             return true;
         }
@@ -312,7 +320,8 @@ private:
     bool passedTable = false;
     std::size_t at = 0;
     int part = 0;
-    std::size_t behindRows = 0; // of the table before
+    std::size_t behindRows = 0;                      // of the table before
+    std::size_t endOfNames = std::string_view::npos; // where a misspelled END_DATA_FORMAT stands
     OutlineTable table;
     DocumentOutline outline;
 };
@@ -328,6 +337,7 @@ void RowsSummary::add(const OutlineRow& row) {
     special = special || row.special;
     hasNul = hasNul || row.hasNul;
     tooLong = tooLong || row.tooLong;
+    hasSpace = hasSpace || row.hasSpace;
 }
 
 DocumentOutline outlineOf(std::string_view text) {

@@ -33,10 +33,11 @@ struct OutlineRow {
     std::uint64_t large;
     std::uint64_t strange; ///< likewise: not made of digits, points and minus signs alone
     int values;            ///< as the reader counts them
-    bool openQuote;        ///< its last value begins with a quote that does not close on the line
-    bool special;          ///< has quotes, commas or number signs
-    bool hasNul;           ///< holds a NUL byte
-    bool tooLong;          ///< has a value of more characters than the reader takes
+    bool openQuote : 1;    ///< its last value begins with a quote that does not close on the line
+    bool special : 1;      ///< has quotes, commas or number signs
+    bool hasNul : 1;       ///< holds a NUL byte
+    bool tooLong : 1;      ///< has a value of more characters than the reader takes
+    bool hasSpace : 1;     ///< has spaces, which are blanks other than TABs, outside of quotes
 };
 
 /// What the rows of a table have in common.
@@ -49,6 +50,7 @@ struct RowsSummary {
     bool special = false;
     bool hasNul = false;
     bool tooLong = false;
+    bool hasSpace = false;
 
     void add(const OutlineRow& row);
     bool haveAll(int values) const { return fewestValues == values && mostValues == values; }

@@ -33,8 +33,9 @@ enum class RowReading { kNone, kLines, kTabs, kWrapped };
 struct TableForm {
     std::vector<TableColumn> columns;
     RowReading reading =
-        RowReading::kNone;   ///< nothing before the samples are in form, and where they cannot be
-    bool leadingTab = false; ///< of RowReading::kTabs: every row has a TAB before its first cell
+        RowReading::kNone;         ///< nothing before the samples are in form, and where they cannot be
+    bool namesBetweenTabs = false; ///< one TAB and nothing else stands between two names
+    bool leadingTab = false;       ///< of RowReading::kTabs: every row has a TAB before its first cell
 };
 
 /// A comment that has to leave its place.

@@ -100,6 +100,8 @@ public:
     TableForm run() {
         names = table.names;
         takeNamesWithBlanks();
+        form.namesBetweenTabs = areNamesBetweenTabs();
+        findUnsupportedColorants();
         findSpectra();
         for (std::size_t i = 0; i < names.size(); ++i)
             form.columns.push_back(columnFor(i));
@@ -107,12 +109,31 @@ public:
     }
 
 private:
-    // The columns of the rows, where the names between TABs fit these and the names between blanks do not.
+    // Names between TABs that hold blanks, where the rows have as many cells between TABs and the words of
+    // the names do not fit them, or are more than NUMBER_OF_FIELDS tells.
     void takeNamesWithBlanks() {
-        const auto& rows = table.rows;
-        const auto fits = [&](const OutlineRow& row) { return row.values == static_cast<int>(names.size()); };
-        if (rows.empty() || std::any_of(rows.begin(), rows.end(), fits) || wrappedRows(rows, names.size()))
+        if (table.rows.empty())
             return;
+        const std::vector<Cell> cells = cellsOfNames();
+        const auto isNamed = [](const Cell& cell) { return !cell.inner.empty(); };
+        const auto count = static_cast<std::size_t>(std::count_if(cells.begin(), cells.end(), isNamed));
+        if (count == names.size() || cells.size() <= table.nameLines.size())
+            return;
+        const auto fitsTabs = [&](const OutlineRow& row) {
+            return cellsBetweenTabs(draft.text, row.line, cells.size()).size() == cells.size() ||
+                   row.values == static_cast<int>(count) ||
+                   draft.text[withoutBlanks(draft.text, row.line).first] == '#';
+        };
+        if (!std::all_of(table.rows.begin(), table.rows.end(), fitsTabs) ||
+            (wrappedRows(table.rows, names.size()) && declaredFields() != count))
+            return;
+        names.clear();
+        for (const Cell& cell : cells)
+            if (isNamed(cell))
+                names.push_back(cell.inner);
+    }
+
+    std::vector<Cell> cellsOfNames() const {
         std::vector<Cell> cells;
         for (const Span& line : table.nameLines) {
             const std::vector<Cell> more = cellsBetweenTabs(draft.text, line);
@@ -120,19 +141,19 @@ private:
         }
         while (!cells.empty() && cells.back().whole.empty())
             cells.pop_back();
-        const auto isNamed = [](const Cell& cell) { return !cell.inner.empty(); };
-        const auto count = static_cast<std::size_t>(std::count_if(cells.begin(), cells.end(), isNamed));
-        const auto fitsTabs = [&](const OutlineRow& row) {
-            return cellsBetweenTabs(draft.text, row.line).size() == cells.size() ||
-                   row.values == static_cast<int>(count);
-        };
-        if (count == names.size() || cells.size() <= table.nameLines.size() ||
-            !std::all_of(rows.begin(), rows.end(), fitsTabs))
-            return;
-        names.clear();
-        for (const Cell& cell : cells)
-            if (isNamed(cell))
-                names.push_back(cell.inner);
+        return cells;
+    }
+
+    // 0 where none are declared.
+    std::size_t declaredFields() const {
+        if (table.fieldsLine < 0)
+            return 0;
+        const std::string declared = valueOf(draft, repairs.line(table.fieldsLine));
+        return static_cast<std::size_t>(std::max(textToInt(declared.c_str()), 0));
+    }
+
+    bool areNamesBetweenTabs() const {
+        return table.nameLines.size() == 1 && cellsOfNames().size() == names.size() && names.size() > 1;
     }
 
     std::string withoutSpaces(Span where) const {
@@ -184,7 +205,8 @@ private:
         }
         if (name.find_first_of(" \t\"") != std::string::npos && !isKnown(name))
             name = joined(where, name);
-        const NameClass asked = meaningOf(vocabulary.asked(name), name);
+        const bool isRenamed = name != where.of(draft.text);
+        const NameClass asked = meaningOf(isRenamed ? vocabulary.asked(name) : meanings[index], name);
         const NameClass given = meaningOf(vocabulary.given(name), name);
         if (!given.known)
             declare(where, name);
@@ -214,8 +236,9 @@ private:
     }
 
     // "nm380_SD" is no second column of 380 nm, although the reader takes it for one.
-    static NameClass meaningOf(NameClass read, const std::string& name) {
-        return read.kind == TCgatsField::kSpectral && !endsInDigit(name) ? NameClass() : read;
+    NameClass meaningOf(const NameClass& read, const std::string& name) const {
+        const bool isOther = read.kind == TCgatsField::kSpectral && !endsInDigit(name);
+        return isOther || unsupported.count(read.kind) > 0 ? NameClass() : read;
     }
 
     bool isKnown(const std::string& name) { return meaningOf(vocabulary.given(name), name).known; }
@@ -281,6 +304,38 @@ private:
                    "the line KEYWORD \"" + name + "\" put in for the column, whose values are text");
     }
 
+    // Channels of which the reader can make no colours, so that it would refuse the text.
+    void findUnsupportedColorants() {
+        for (const Span name : names)
+            meanings.push_back(vocabulary.asked(std::string(name.of(draft.text))));
+        for (const int kind : {TCgatsField::kNColor, TCgatsField::kSpotColor, TCgatsField::kProcessColor})
+            if (!areSupported(kind))
+                unsupported.insert(kind);
+    }
+
+    // N-colour spaces of enough channels; spot and process colours without a gap in their numbers, the latter
+    // where they are looked at.
+    bool areSupported(int kind) const {
+        const auto isCmyk = [](const NameClass& name) {
+            return name.standard >= kCmykC && name.standard <= kCmykK;
+        };
+        if (kind == TCgatsField::kProcessColor &&
+            std::count_if(meanings.begin(), meanings.end(), isCmyk) == kCmykK - kCmykC + 1)
+            return true;
+        int count = 0;
+        int largest = -1;
+        int channels = kFewestNColors; // as the first name tells
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            if (!meanings[i].known || meanings[i].kind != kind)
+                continue;
+            if (count == 0 && kind == TCgatsField::kNColor)
+                channels = textToInt(std::string(names[i].of(draft.text)).c_str());
+            ++count;
+            largest = std::max(largest, meanings[i].number);
+        }
+        return kind == TCgatsField::kNColor ? channels >= kFewestNColors : largest < count;
+    }
+
     void undeclare(const std::string& name) {
         for (const int index : vocabulary.declaringLines(name))
             if (!repairs.droppedLines[static_cast<std::size_t>(index)])
@@ -293,6 +348,8 @@ private:
     const OutlineTable& table;
     FieldVocabulary& vocabulary;
     std::vector<Span> names;
+    std::vector<NameClass> meanings; // of the names, but for what lines declare
+    std::set<int> unsupported;       // kinds of channels
     std::vector<std::optional<double>> wavelengths;
     std::set<int> taken;
     std::set<int> renamed; // those of columns with another name now
@@ -348,29 +405,29 @@ void repairFieldCount(Repairs& repairs, const OutlineTable& table, std::size_t c
                          ", the number of columns found");
 }
 
-/// Columns SPECTRAL_NM with a wavelength and, next to it, SPECTRAL_PCT or SPECTRAL_DEC with the value.
+/// Columns SPECTRAL_NM with a wavelength and, next to each on one side, SPECTRAL_PCT or SPECTRAL_DEC with the
+/// value.
 class PairRepair {
 public:
     PairRepair(Repairs& shared, const OutlineTable& which, TableForm& known)
         : draft(shared.draft), table(which), form(known) {}
 
     void run() {
-        findPairs();
-        if (pairs.empty())
+        const std::vector<std::size_t> parts = partsOfPairs();
+        if (parts.empty())
             return;
-        readWavelengths();
-        const auto isOdd = [](const Pair& pair) { return pair.wavelength < 0; };
-        if (std::any_of(pairs.begin(), pairs.end(), isOdd) || !differ()) {
-            const Span where = placeOf(form.columns[pairs.front().column], form.columns[pairs.back().column]);
+        if (!findPairs(parts) || !readWavelengths()) {
             draft.remark(
-                Kind::kSpectralPairs, where,
-                "the spectra cannot be used: their columns of wavelengths do not hold one wavelength each, "
-                "all of them different");
+                Kind::kSpectralPairs, placeOf(parts.front(), parts.front()),
+                "the spectra cannot be used: columns of values need one of wavelengths next to each, "
+                "with one and the same wavelength in all rows, different from the others");
             return;
         }
         forEachRow(draft.text, table, form, [&](const std::vector<Cell>& cells) {
             for (const Pair& pair : pairs)
-                draft.edits.remove({cells[pair.column].whole.first, cells[pair.column + 1].whole.first});
+                draft.edits.remove(isNamedFirst
+                                       ? Span{cells[pair.named].whole.first, cells[pair.valued].whole.first}
+                                       : Span{cells[pair.valued].whole.last, cells[pair.named].whole.last});
             return true;
         });
         for (const Pair& pair : pairs)
@@ -379,27 +436,49 @@ public:
 
 private:
     struct Pair {
-        std::size_t column;
+        std::size_t named;  // the column of the wavelength
+        std::size_t valued; // and that of the value
         int wavelength = -1;
         bool isPercent = false;
         double exact = 0.0;
     };
 
-    void findPairs() {
-        for (std::size_t i = 0; i + 1 < form.columns.size(); ++i) {
-            const bool isPercent = form.columns[i + 1].standard == kSpectralPct;
-            if (form.columns[i].standard == kSpectralNm &&
-                (isPercent || form.columns[i + 1].standard == kSpectralDec))
-                pairs.push_back({i, -1, isPercent});
+    bool isWavelength(std::size_t column) const { return form.columns[column].standard == kSpectralNm; }
+
+    // The columns of wavelengths and values; none unless there are both.
+    std::vector<std::size_t> partsOfPairs() const {
+        std::vector<std::size_t> parts;
+        std::size_t wavelengths = 0;
+        for (std::size_t i = 0; i < form.columns.size(); ++i) {
+            const int standard = form.columns[i].standard;
+            if (standard != kSpectralNm && standard != kSpectralPct && standard != kSpectralDec)
+                continue;
+            wavelengths += isWavelength(i) ? 1U : 0U;
+            parts.push_back(i);
         }
+        return wavelengths == 0 || wavelengths == parts.size() ? std::vector<std::size_t>() : parts;
     }
 
-    // The same one in every row, or none.
-    void readWavelengths() {
+    // @return whether they are pairs of neighbours, all in the same order.
+    bool findPairs(const std::vector<std::size_t>& parts) {
+        isNamedFirst = isWavelength(parts.front());
+        for (std::size_t i = 0; i + 1 < parts.size(); i += 2) {
+            if (parts[i + 1] != parts[i] + 1 || isWavelength(parts[i]) != isNamedFirst ||
+                isWavelength(parts[i + 1]) == isNamedFirst)
+                return false;
+            const std::size_t valued = isNamedFirst ? parts[i + 1] : parts[i];
+            const std::size_t named = isNamedFirst ? parts[i] : parts[i + 1];
+            pairs.push_back({named, valued, -1, form.columns[valued].standard == kSpectralPct});
+        }
+        return parts.size() % 2 == 0;
+    }
+
+    // @return whether each pair has the same one in every row, and all are different.
+    bool readWavelengths() {
         bool first = true;
         forEachRow(draft.text, table, form, [&](const std::vector<Cell>& cells) {
             for (Pair& pair : pairs) {
-                const std::string text(cells[pair.column].inner.of(draft.text));
+                const std::string text(cells[pair.named].inner.of(draft.text));
                 const auto known = spectralName(text);
                 const double exact = known ? known->wavelength : -1.0;
                 if (first)
@@ -411,6 +490,8 @@ private:
             first = false;
             return true;
         });
+        const auto isOdd = [](const Pair& pair) { return pair.wavelength < 0; };
+        return std::none_of(pairs.begin(), pairs.end(), isOdd) && differ();
     }
 
     bool differ() const {
@@ -423,24 +504,28 @@ private:
     }
 
     // The names, or the samples where the names are those of another table.
-    Span placeOf(const TableColumn& named, const TableColumn& valued) const {
-        const std::size_t first = table.rows.front().line.first;
-        return named.where.empty() ? Span{first, first} : Span{named.where.first, valued.where.last};
+    Span placeOf(std::size_t first, std::size_t last) const {
+        const std::size_t samples = table.rows.front().line.first;
+        return form.columns[first].where.empty()
+                   ? Span{samples, samples}
+                   : Span{form.columns[first].where.first, form.columns[last].where.last};
     }
 
     void rename(const Pair& pair) {
-        TableColumn& named = form.columns[pair.column];
-        TableColumn& valued = form.columns[pair.column + 1];
+        TableColumn& named = form.columns[pair.named];
+        TableColumn& valued = form.columns[pair.valued];
         const std::string name = "SPECTRAL_" + std::to_string(pair.wavelength);
         if (!named.where.empty()) {
-            draft.edits.remove({named.where.first, valued.where.first});
+            draft.edits.remove(isNamedFirst ? Span{named.where.first, valued.where.first}
+                                            : Span{valued.where.last, named.where.last});
             draft.edits.replace(valued.where, name);
         }
-        draft.took(Kind::kSpectralPairs, placeOf(named, valued),
+        const Span where = placeOf(std::min(pair.named, pair.valued), std::max(pair.named, pair.valued));
+        draft.took(Kind::kSpectralPairs, where,
                    "the columns " + named.name + " and " + valued.name + " made the column " + name);
         named.isLeftOut = true;
         if (pair.exact != pair.wavelength)
-            draft.took(Kind::kWavelengthRounded, placeOf(named, valued),
+            draft.took(Kind::kWavelengthRounded, where,
                        "the wavelength of the column " + name + " rounded to whole nanometres");
         valued.name = name;
         valued.wavelength = pair.wavelength;
@@ -451,6 +536,7 @@ private:
     Draft& draft;
     const OutlineTable& table;
     TableForm& form;
+    bool isNamedFirst = true;
     std::vector<Pair> pairs;
 };
 

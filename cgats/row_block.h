@@ -19,6 +19,7 @@ struct RowState {
     bool firstIsNoPoint = false; ///< and is its first one and no point
     bool special = false;        ///< there were commas or number signs
     bool hasNul = false;
+    bool hasSpace = false; ///< there were spaces, which are blanks other than TABs
 };
 
 /// Goes on from `at` as long as there are 64 characters before `end`, up to a quote or a line end.

@@ -108,7 +108,8 @@ inline void takeGaps(std::uint64_t gaps, int length, RowState& state) {
 [[maybe_unused]] const char* readRowBlocks(const char* at, const char* end, RowState* place) {
     RowState& state = *place;
     while (end - at >= kBlock) {
-        const std::uint64_t blanks = maskOf(at, [](Lane c) { return (c == ' ') | (c == '\t'); });
+        const std::uint64_t spaces = maskOf(at, [](Lane c) { return c == ' '; });
+        const std::uint64_t blanks = spaces | maskOf(at, [](Lane c) { return c == '\t'; });
         const std::uint64_t plain = maskOf(at, [](Lane c) { return c - '-' <= '9' - '-'; });
         const std::uint64_t points = maskOf(at, [](Lane c) { return c == '.'; });
         std::uint64_t stops = 0;
@@ -123,6 +124,7 @@ inline void takeGaps(std::uint64_t gaps, int length, RowState& state) {
         const std::uint64_t firsts = starts & ~points;
         const std::uint64_t seconds = valued & ~points;
         const std::uint64_t large = gathered(seconds >> 1 & firsts, starts) << 1;
+        state.hasSpace = state.hasSpace || (spaces & taken) != 0;
         takeGaps(blanks & taken, length, state);
         takeOthers(at, ~plain & valued, starts, state);
         state.large |= fromValue(state.values - 1, large | (state.firstIsNoPoint ? seconds & 1U : 0U));

@@ -40,8 +40,7 @@ public:
 
     void run() {
         if (table.rows.empty()) {
-            draft.refuse(kNoSamplesCode, repairs.line(table.dataLine).keyword,
-                         "samples between BEGIN_DATA and END_DATA");
+            refuseEmptyTable();
             return;
         }
         form.reading = takeRows();
@@ -73,12 +72,42 @@ private:
                                                   [&](const OutlineRow& row) { return isRemark(row); });
     }
 
-    // As many values between blanks as between TABs, but texts where numbers belong, which only the latter
-    // puts right: a blank within a text makes up for an empty cell.
+    // As many values between blanks as between TABs, because blanks within texts make up for empty cells.
+    // TABs count where they stand between the names as well, or where only they keep texts out of the
+    // numbers.
     bool fitBetterBetweenTabs() const {
+        if (!table.all.hasSpace)
+            return false;
+        return (form.namesBetweenTabs && fitBetweenTabs()) || onlyTabsGiveNumbers();
+    }
+
+    // Each row with exactly a TAB between two columns, and spaces within a cell of one.
+    bool fitBetweenTabs() const {
+        const auto isTabbed = [&](const OutlineRow& row) {
+            const std::vector<Cell> cells = cellsBetweenTabs(draft.text, row.line);
+            return cells.size() + (draft.text[row.line.last - 1] == '\t' ? 1U : 0U) >= width &&
+                   cellsBetweenTabs(draft.text, row.line, width).size() == width;
+        };
+        const auto hasWords = [&](const OutlineRow& row) {
+            const std::vector<Cell> cells = cellsBetweenTabs(draft.text, row.line, width);
+            return row.hasSpace && std::any_of(cells.begin(), cells.end(), [&](const Cell& cell) {
+                       return !cell.quoted && cell.whole.of(draft.text).find(' ') != std::string_view::npos;
+                   });
+        };
+        return std::all_of(table.rows.begin(), table.rows.end(), isTabbed) &&
+               std::any_of(table.rows.begin(), table.rows.end(), hasWords);
+    }
+
+    // The values that are numbers, as bits of OutlineRow::strange.
+    std::uint64_t numberBits() const {
         std::uint64_t numbers = 0;
         for (std::size_t i = 0; i < width; ++i)
             numbers |= isTextColumn(i) ? 0 : bitOfValue(static_cast<int>(i));
+        return numbers;
+    }
+
+    bool onlyTabsGiveNumbers() const {
+        const std::uint64_t numbers = numberBits();
         if ((table.all.strange & numbers) == 0)
             return false;
         const auto hasText = [&](const OutlineRow& row) {
@@ -344,7 +373,9 @@ private:
     // Another number than the declared one would allow another reading.
     bool takeWrappedRows() {
         const std::optional<std::size_t> rows = wrappedRows(table.rows, width);
-        if (rows && declaredRows() == rows) {
+        const bool hasRemarks = std::any_of(table.rows.begin(), table.rows.end(),
+                                            [&](const OutlineRow& line) { return isRemark(line); });
+        if (rows && !hasRemarks && declaredRows() == rows) {
             rowCount = *rows;
             return true;
         }
@@ -362,10 +393,24 @@ private:
     void refuse() {
         const auto row = std::find_if(table.rows.begin(), table.rows.end(),
                                       [&](const OutlineRow& line) { return !fits(line); });
+        if (row == table.rows.end()) {
+            refuseEmptyTable();
+            return;
+        }
         const std::string columns = std::to_string(width);
         draft.refuse(kSampleCountMismatchCode, withoutBlanks(draft.text, row->line),
                      columns + " values, one for each column; the line has " + std::to_string(row->values) +
-                         (row->openQuote ? ", the last with a quote that does not close" : ""));
+                         (row->openQuote ? ", the last with a quote that does not close" : "") +
+                         (isSeparatedOtherwise(*row) ? "; commas and semicolons separate none" : ""));
+    }
+
+    bool isSeparatedOtherwise(const OutlineRow& row) const {
+        return row.values == 1 && row.line.of(draft.text).find_first_of(",;") != std::string_view::npos;
+    }
+
+    void refuseEmptyTable() {
+        draft.refuse(kNoSamplesCode, repairs.line(table.dataLine).keyword,
+                     "samples between BEGIN_DATA and END_DATA");
     }
 
     // Numbers that the reader would not understand as a whole.
@@ -374,8 +419,9 @@ private:
     char provenThousands() const {
         if (!table.all.special)
             return '\0';
+        const std::uint64_t numbers = numberBits();
         for (const OutlineRow& row : table.rows) {
-            if (!row.special)
+            if (!row.special || (fits(row) && (row.strange & numbers) == 0))
                 continue;
             std::vector<Cell> cells = cellsOf(draft.text, row.line);
             if (cells.size() != width)
@@ -393,8 +439,10 @@ private:
         if (!table.all.special || form.reading != RowReading::kLines)
             return;
         std::vector<RowChange> changes;
+        const std::uint64_t numbers = numberBits();
         for (const OutlineRow& row : table.rows) {
-            if ((!row.special && thousands != '.') || !fits(row))
+            const bool isPlain = !row.special || (row.strange & numbers) == 0;
+            if ((isPlain && thousands != '.') || !fits(row))
                 continue;
             const std::vector<Cell> cells = cellsOf(draft.text, row.line);
             for (std::size_t i = 0; i < width; ++i)

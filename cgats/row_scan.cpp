@@ -60,7 +60,8 @@ public:
         endRun();
         const std::size_t last = static_cast<std::size_t>(at - begin);
         return {{first, last}, state.large,   state.strange, state.values,
-                openQuote,     state.special, state.hasNul,  state.longest > TCgats::kMaxSampleValue};
+                openQuote,     state.special, state.hasNul,  state.longest > TCgats::kMaxSampleValue,
+                state.hasSpace};
     }
 
     void takeCharacter() {
@@ -71,6 +72,7 @@ public:
         }
         state.special = state.special || c == '"' || c == ',' || c == '#';
         state.hasNul = state.hasNul || c == '\0';
+        state.hasSpace = state.hasSpace || c == ' ';
         const bool starts = !isBlank(c) && !state.within;
         state.values += starts ? 1 : 0;
         const bool isSecond = state.firstIsNoPoint && !isBlank(c) && c != '.';

@@ -37,6 +37,10 @@ constexpr double kBlackToWhite = 0.1;
 
 constexpr double kOne = 1.0;
 constexpr double kLargestInk = 100.5;
+// The tops of scales of device values, and what of them white reaches.
+constexpr double kPercentTop = 100.0;
+constexpr double kByteTop = 255.0;
+constexpr double kNearlyAll = 0.98;
 // So many rows show the scale of device values.
 constexpr std::size_t kRowsThatTell = 200;
 
@@ -213,7 +217,8 @@ private:
             const double whole = textToDouble(detail::valueOf(draft, repairs.line(norm)).c_str());
             if (std::isfinite(whole) && whole > 0.0 && whole != kOne)
                 bringNormalised(norm, whole, tables);
-            return;
+            if (whole != kOne)
+                return;
         }
         for (const std::size_t index : tables)
             bringPercent(index);
@@ -224,9 +229,13 @@ private:
         const auto& columns = form(index).columns;
         const bool saysPercent = std::any_of(columns.begin(), columns.end(),
                                              [](const TableColumn& column) { return column.isPercent; });
-        if (largestOfFirstRows(index) > kLargestFraction ||
-            (!saysPercent && staysBelow(draft, table(index), form(index), spectra, kLargestFraction)) ||
-            extentOf(draft, table(index), form(index), spectra).largest > kLargestPercent)
+        if (largestOfFirstRows(index) > kLargestFraction)
+            return;
+        if (!saysPercent && staysBelow(draft, table(index), form(index), spectra, kLargestFraction)) {
+            remarkOnBrightFractions(index);
+            return;
+        }
+        if (extentOf(draft, table(index), form(index), spectra).largest > kLargestPercent)
             return;
         if (!saysPercent && !showsPercent(index)) {
             draft.remark(Kind::kSpectralScale, repairs.line(table(index).dataLine).keyword,
@@ -236,6 +245,16 @@ private:
         replaceValues(draft, table(index), form(index), spectra, 0.0, -kPlacesOfPercent);
         tell(index,
              "spectra in percent divided by 100: none of the first five rows shows that they are percent");
+    }
+
+    // Below 10 nothing tells percent from fractions.
+    void remarkOnBrightFractions(std::size_t index) {
+        const Columns spectra = spectralColumns(form(index));
+        const double largest = extentOf(draft, table(index), form(index), spectra, kRowsThatTell).largest;
+        if (largest > kBrightestFraction)
+            draft.remark(Kind::kSpectralScale, repairs.line(table(index).dataLine).keyword,
+                         "spectra are read as fractions; the largest value is " + generalText(largest, 6) +
+                             ", which would be very bright: if they are percent, SPECTRAL_NORM 100 tells so");
     }
 
     // Whether a spectrum above 10 is above that, or near it, in more than one band.
@@ -328,7 +347,17 @@ private:
     bool showsWhite(std::size_t index) const {
         const Extent y = luminance(index);
         return y.rows >= kFewestRowsForXyz && y.largest >= kLeastWhiteY && y.largest <= kMostWhiteY &&
-               y.least <= kBlackToWhite * y.largest;
+               y.least <= kBlackToWhite * y.largest && showsLight(index);
+    }
+
+    // RGB without white would be dark on any scale.
+    bool showsLight(std::size_t index) const {
+        const Columns rgb = standardColumns(form(index), kRgbR, kRgbB);
+        if (rgb.empty())
+            return true;
+        const double largest = extentOf(draft, table(index), form(index), rgb).largest;
+        const auto isTop = [=](double top) { return largest > kNearlyAll * top && largest <= top; };
+        return isTop(kOne) || isTop(kPercentTop) || isTop(kByteTop);
     }
 
     void bring(std::size_t index) {
@@ -361,10 +390,11 @@ void remarkOnDevice(Draft& draft, const Repairs& repairs, const OutlineTable& ta
     const std::string name = !cmyk.empty() ? "CMYK" : !rgb.empty() ? "RGB" : "colorant";
     if (largest > kLargestInk)
         draft.remark(Kind::kDeviceScale, where,
-                     name + " values such as " + generalText(largest, 6) +
-                         " are on a scale of 0 to 255, not of 0 to 100");
+                     name + " values such as " + generalText(largest, 6) + " are " +
+                         (largest <= kByteTop ? "on a scale of 0 to 255, " : "") + "not on one of 0 to 100");
     else if (largest > 0.0 && largest <= kOne && staysBelow(draft, table, form, device, kOne))
-        draft.remark(Kind::kDeviceScale, where, name + " values are on a scale of 0 to 1, not of 0 to 100");
+        draft.remark(Kind::kDeviceScale, where,
+                     name + " values are on a scale of 0 to 1, not on one of 0 to 100");
 }
 
 } // namespace

@@ -22,8 +22,6 @@ constexpr int kNoMemory = 10;
 constexpr const char* kSampleNameField = "SampleID";
 
 constexpr int kCmykChannels = 4;
-// Spaces of fewer channels are no n-colour spaces.
-constexpr int kFewestNColors = 5;
 
 using Columns = std::unique_ptr<std::int32_t[]>;
 
@@ -185,7 +183,7 @@ bool TCgatsTableHeader::takeCensus(Census& census) const {
         case TCgatsField::kNColor:
             if (census.nrNColors == 0)
                 census.channels = qxcms::detail::textToInt(field.GetName());
-            if (census.channels < kFewestNColors)
+            if (census.channels < qxcms::detail::kFewestNColors)
                 return false;
             ++census.nrNColors;
             break;

@@ -43,7 +43,8 @@ void expectSameRows(const std::string& text) {
         must(fast.line.last == plain.line.last && fast.large == plain.large &&
                  fast.strange == plain.strange && fast.values == plain.values &&
                  fast.openQuote == plain.openQuote && fast.special == plain.special &&
-                 fast.hasNul == plain.hasNul && fast.tooLong == plain.tooLong,
+                 fast.hasNul == plain.hasNul && fast.tooLong == plain.tooLong &&
+                 fast.hasSpace == plain.hasSpace,
              "a line counts the same in blocks and by the character");
         first = fast.line.last;
     }

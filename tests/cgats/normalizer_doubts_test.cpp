@@ -370,5 +370,124 @@ TEST(normalizerDoubts, refusedText_isGivenBackAsItCame) {
     EXPECT_EQ(normalized.text(), text);
 }
 
+// A TAB between two names, as between two cells of every row: what stands between TABs is a cell, also where
+// an empty one makes the words as many as the columns.
+TEST(normalizerDoubts, namesBetweenTabs_makeCellsBetweenTabs) {
+    const std::string columns = "SAMPLE_ID\tSAMPLE_NAME\tLAB_L\tLAB_A\tLAB_B";
+    expectText(table(columns, "2", "1\tPatch 1\t37\t13\t\n2\tPatch 2\t36\t12\t\n"),
+               table(columns, "2", "1\t\"Patch 1\"\t37\t13\t\"\"\n2\t\"Patch 2\"\t36\t12\t\"\"\n"));
+    expectText(table(columns, "1", "1\tPatch 1\t\t13\t14\n"),
+               table(columns, "1", "1\t\"Patch 1\"\t\"\"\t13\t14\n"));
+}
+
+TEST(normalizerDoubts, namesBetweenBlanks_leaveTheRowsToTheirBlanks) {
+    expectUnchanged(table("SAMPLE_ID SAMPLE_NAME LAB_L", "2", "1\t\tPatch 1\n2\t\tPatch 2\n"));
+    expectUnchanged(table("SAMPLE_ID\t\tLAB_L LAB_A", "2", "1\t\t10 20\n2\t\t11 21\n"));
+}
+
+// The words of the names are as many as those of a row, or of all.
+TEST(normalizerDoubts, namesWithBlanksBetweenTabs_areNotTakenApart) {
+    const std::string header =
+        "CGATS.17\nNUMBER_OF_FIELDS\t4\nBEGIN_DATA_FORMAT\nSAMPLE_ID\tPatch name\tLAB_L\tDelta E\n"
+        "END_DATA_FORMAT\nNUMBER_OF_SETS\t2\nBEGIN_DATA\n";
+    for (const std::string rows : {"1\tdark red skin\t37\t1.0\n2\tlight red skin\t65\t2.0\n",
+                                   "1\tdark red skin\t37\t1.0\n2\tblue\t65\t2.0\n"}) {
+        const Normalized normalized = accepted(header + rows + "END_DATA\n");
+        TCgats document;
+        ASSERT_EQ(document.ReadFromBuffer(normalized.text().c_str()), 0);
+        EXPECT_EQ(textsOf(document, 0, 1)[0], "dark red skin");
+        EXPECT_EQ(numbersOf(document, 0, 2), (std::vector<double>{37, 65}));
+        EXPECT_EQ(textsOf(document, 0, 3)[1], "2.0");
+        EXPECT_EQ(normalized.countOf(Liberty::kFieldCount), 0);
+    }
+}
+
+TEST(normalizerDoubts, valuesBeforeTheirWavelengths_arePairsToo) {
+    expectText(table("SAMPLE_ID SPECTRAL_DEC SPECTRAL_NM SPECTRAL_DEC SPECTRAL_NM", "2",
+                     "1 0.4 400 0.5 410\n2 0.6 400 0.7 410\n"),
+               table("SAMPLE_ID SPECTRAL_400 SPECTRAL_410", "2", "1 0.4 0.5\n2 0.6 0.7\n"));
+}
+
+TEST(normalizerDoubts, wavelengthsAndValuesInBlocks_areRemarkedAndStay) {
+    for (const std::string names : {"SPECTRAL_NM SPECTRAL_NM SPECTRAL_DEC SPECTRAL_DEC",
+                                    "SPECTRAL_DEC SPECTRAL_NM SPECTRAL_NM SPECTRAL_DEC"}) {
+        const std::string text = table("SAMPLE_ID " + names, "1", "1 400 410 0.5 0.6\n");
+        expectUnchanged(text);
+        EXPECT_EQ(Normalized{text}.remarks().size(), 1U) << names;
+    }
+    const std::string alone = table("SAMPLE_ID SPECTRAL_DEC", "1", "1 0.5\n");
+    EXPECT_THAT(Normalized{alone}.remarks(), testing::IsEmpty());
+}
+
+TEST(normalizerDoubts, percentUnderANormOfOne_becomesFractions) {
+    std::string rows;
+    for (int i = 1; i <= 6; ++i)
+        rows += std::to_string(i) + (i == 6 ? "\t88\t87\t86\t85\n" : "\t2\t3\t2\t3\n");
+    const Normalized normalized =
+        accepted("SPECTRAL_NORM\t\"1\"\n" + table("SAMPLE_ID\tnm400\tnm410\tnm420\tnm430", "6", rows));
+    EXPECT_EQ(normalized.countOf(Liberty::kSpectralScale), 1);
+    EXPECT_THAT(normalized.text(), testing::HasSubstr("6\t0.88\t0.87\t0.86\t0.85\n"));
+}
+
+TEST(normalizerDoubts, brightFractions_areRemarked) {
+    const auto remarksFor = [](const std::string& value) {
+        return Normalized{table("SAMPLE_ID\tnm400\tnm410", "1", "1\t0.5\t" + value + "\n")}.remarks().size();
+    };
+    EXPECT_EQ(remarksFor("1.4"), 0U);
+    EXPECT_EQ(remarksFor("8"), 1U);
+}
+
+// Y of 0 to 1 beside RGB that stays dark is no scale of 0 to 1.
+TEST(normalizerDoubts, darkSamplesOfADisplay_keepTheirXyz) {
+    const auto rowsUpTo = [](int step) {
+        std::string rows;
+        for (int i = 0; i <= 10; ++i) {
+            const std::string rgb = std::to_string(i * step);
+            const std::string y = i == 10 ? "1.0" : "0." + std::to_string(i);
+            rows += rgb + "\t" + rgb + "\t" + rgb + "\t" + y + "\t" + y + "\t" + y + "\n";
+        }
+        return table("RGB_R\tRGB_G\tRGB_B\tXYZ_X\tXYZ_Y\tXYZ_Z", "11", rows);
+    };
+    expectUnchanged(rowsUpTo(1));
+    EXPECT_EQ(accepted(rowsUpTo(10)).countOf(Liberty::kXyzScale), 1);
+}
+
+TEST(normalizerDoubts, channelsThatMakeNoColours_areDeclared) {
+    expectText(table("SAMPLE_ID\t3CLR_1\t3CLR_2\t3CLR_3", "1", "1\t0\t50\t100\n"),
+               "CGATS.17\nKEYWORD \"3CLR_1\"\nKEYWORD \"3CLR_2\"\nKEYWORD \"3CLR_3\"\n" +
+                   table("SAMPLE_ID\t3CLR_1\t3CLR_2\t3CLR_3", "1", "1\t0\t50\t100\n").substr(9));
+    EXPECT_EQ(
+        accepted(table("SAMPLE_ID\tSPOT_1\tSPOT_3", "1", "1\t0\t50\n")).countOf(Liberty::kFieldDeclared), 2);
+    expectUnchanged(table("SAMPLE_ID\tSPOT_1\tSPOT_2", "1", "1\t0\t50\n"));
+}
+
+TEST(normalizerDoubts, valuesBeyondBytes_areOnNoScaleOfBytes) {
+    const auto remarkOn = [](const std::string& value) {
+        return Normalized{table("SAMPLE_ID\tRGB_R\tRGB_G\tRGB_B", "1", "1\t0\t0\t" + value + "\n")}.remarked(
+            0);
+    };
+    EXPECT_EQ(remarkOn("255"), "RGB values such as 255 are on a scale of 0 to 255, not on one of 0 to 100");
+    EXPECT_EQ(remarkOn("65535"), "RGB values such as 65535 are not on one of 0 to 100");
+}
+
+TEST(normalizerDoubts, endOfFormatWithAWrongLetter_endsTheFormat) {
+    const std::string text = table("SAMPLE_ID\tLAB_L", "1", "1\t10\n");
+    std::string misspelled = text;
+    misspelled.replace(misspelled.find("END_DATA_FORMAT"), 15, "END_DATAFORMAT");
+    expectText(misspelled, text);
+}
+
+TEST(normalizerDoubts, tableOfCommentsAlone_hasNoSamples) {
+    const Normalized normalized{table("SAMPLE_ID\tLAB_L", "1", "# 10\n")};
+    EXPECT_EQ(normalized.code, 15);
+}
+
+TEST(normalizerDoubts, rowsWithCommasBetween_areRefusedWithTheReason) {
+    TCgatsNormalizer normalizer;
+    EXPECT_EQ(normalizer.Normalize(table("SAMPLE_ID\tLAB_L\tLAB_A", "1", "1,10,20\n")), 13);
+    ASSERT_NE(normalizer.GetRefusal(), nullptr);
+    EXPECT_THAT(normalizer.GetRefusal()->expected, testing::HasSubstr("commas and semicolons separate none"));
+}
+
 } // namespace
 } // namespace qxcms::tests

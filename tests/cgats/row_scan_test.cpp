@@ -13,7 +13,8 @@ namespace qxcms::detail {
 static bool operator==(const OutlineRow& a, const OutlineRow& b) {
     return a.line.first == b.line.first && a.line.last == b.line.last && a.large == b.large &&
            a.strange == b.strange && a.values == b.values && a.openQuote == b.openQuote &&
-           a.special == b.special && a.hasNul == b.hasNul && a.tooLong == b.tooLong;
+           a.special == b.special && a.hasNul == b.hasNul && a.tooLong == b.tooLong &&
+           a.hasSpace == b.hasSpace;
 }
 
 } // namespace qxcms::detail
@@ -76,6 +77,11 @@ TEST(rowScan, valuesBehindThe63rd_shareAMark) {
     for (int i = 0; i < 70; ++i)
         line += i == 64 ? "12 " : "1 ";
     EXPECT_EQ(scanRow(line, 0).large, std::uint64_t{1} << 63);
+}
+
+TEST(rowScan, spacesOutsideOfQuotes_areTold) {
+    EXPECT_FALSE(scanRow("1\t\"a b\"\t2", 0).hasSpace);
+    EXPECT_TRUE(scanRow("1\ta b", 0).hasSpace);
 }
 
 TEST(rowScan, nulBytes_areTold) {

@@ -390,10 +390,29 @@ TEST_F(lint, remark_isANoteAndNoLiberty) {
 
 TEST_F(lint, doubtfulValue_isToldAndNoLiberty) {
     const Outcome result = run({write(chartText(kLab, {"1 50 N/A 0"}))});
-    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.out,
               "x.txt: table 1: row 1, column \"LAB_A\" (number 3): \"N/A\" is no number; it is read "
-              "as 0\nx.txt: clean\n");
+              "as 0\nx.txt: read as it stands, with words where numbers belong\n");
+}
+
+TEST_F(lint, doubtsAndLiberties_areBothInTheVerdict) {
+    const Outcome result = run({write(chartText(kLab, {"1 50 N/A 0"}, "ORIGINATOR two words\n"))});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_THAT(result.out,
+                EndsWith("x.txt: readable with 1 liberty, and with words where numbers belong\n"));
+}
+
+TEST_F(lint, fileWithoutSamples_isNothingElse) {
+    for (const std::string text :
+         {"", "Dear \"reader\" of this\n\"text\" in quotes\n", "\x89PNG\r\n\x1A\n"}) {
+        const std::string out = folder.path() + "/out.txt";
+        const Outcome result = run({write(text), "--fix", out});
+        EXPECT_EQ(result.exitCode, 3);
+        EXPECT_EQ(result.out, "x.txt: no samples: neither BEGIN_DATA_FORMAT with the names of columns nor "
+                              "BEGIN_DATA with rows was found\n");
+        EXPECT_FALSE(std::filesystem::exists(out));
+    }
 }
 
 TEST_F(lint, quiet_hidesTheList) {

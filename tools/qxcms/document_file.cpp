@@ -249,6 +249,8 @@ std::string placeOf(const std::string& name, int line, int column) {
 }
 
 void noteLiberties(const DocumentFile& file) {
+    if (!file.failure && file.document->GetNrTables() == 0)
+        return;
     for (const auto* list : {&file.liberties, &file.remarks}) {
         for (const TCgatsLiberty& liberty : *list)
             note(placeOf(file.name, liberty.line, liberty.column) + ": " + qc::printable(liberty.done));

@@ -62,7 +62,7 @@ struct CheckedFile {
 /// Reads the file once and its text in both ways.
 CheckedFile checkDocument(const std::string& name);
 
-/// Writes a line of each liberty and remark to the standard error.
+/// Writes a line of each liberty and remark to the standard error; none of a file without any table.
 void noteLiberties(const DocumentFile& file);
 
 /// Adds a warning of each doubtful value.

@@ -18,9 +18,16 @@ namespace {
 // @param file read in the way that decides.
 LintReport reportOf(DocumentFile file) {
     warnOfDoubts(file);
-    return {std::move(file.name),    std::nullopt,
-            std::move(file.failure), std::move(file.liberties),
-            std::move(file.remarks), std::move(file.warnings)};
+    const bool hasSamples = file.document->GetNrTables() > 0;
+    const bool hasDoubts = !file.doubts.empty();
+    return {std::move(file.name),
+            std::nullopt,
+            std::move(file.failure),
+            std::move(file.liberties),
+            std::move(file.remarks),
+            std::move(file.warnings),
+            hasSamples,
+            hasDoubts};
 }
 
 LintReport lint(const std::string& name, std::string& normalized) {
@@ -37,8 +44,10 @@ int exitCodeOf(Verdict verdict) {
     switch (verdict) {
     case Verdict::clean:
         return kDone;
+    case Verdict::doubts:
     case Verdict::liberties:
         return kLibertiesNeeded;
+    case Verdict::noSamples:
     case Verdict::unreadable:
         break;
     }
@@ -72,7 +81,7 @@ int runLint(const LintOptions& options) {
         LintReport report =
             options.strict ? reportOf(readDocument(name, Reading::asItStands)) : lint(name, normalized);
         code = std::max(code, exitCodeOf(report.verdict()));
-        if (options.fix && !report.failure && write(*options.fix, normalized))
+        if (options.fix && exitCodeOf(report.verdict()) != kUnreadable && write(*options.fix, normalized))
             written = options.fix;
         if (options.json)
             reports.push_back(std::move(report));

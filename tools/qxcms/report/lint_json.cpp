@@ -12,6 +12,10 @@ const char* wordOf(Verdict verdict) {
     switch (verdict) {
     case Verdict::clean:
         return "clean";
+    case Verdict::doubts:
+        return "doubts";
+    case Verdict::noSamples:
+        return "noSamples";
     case Verdict::liberties:
         return "liberties";
     case Verdict::unreadable:

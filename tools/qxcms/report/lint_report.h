@@ -10,7 +10,13 @@
 
 namespace qxcms::command {
 
-enum class Verdict { clean, liberties, unreadable };
+enum class Verdict {
+    clean,
+    doubts,    ///< read as it stands, but words stand where numbers belong
+    liberties, ///< readable, and not as it stands
+    noSamples, ///< read, but it holds no table
+    unreadable
+};
 
 /// What is to be told of one file.
 struct LintReport {
@@ -21,11 +27,17 @@ struct LintReport {
     std::vector<TCgatsLiberty> liberties;
     std::vector<TCgatsLiberty> remarks;
     std::vector<std::string> warnings; ///< printable
+    bool hasSamples = true;
+    bool hasDoubts = false; ///< words that stand where numbers belong
 
     Verdict verdict() const {
         if (failure)
             return Verdict::unreadable;
-        return liberties.empty() ? Verdict::clean : Verdict::liberties;
+        if (!hasSamples)
+            return Verdict::noSamples;
+        if (!liberties.empty())
+            return Verdict::liberties;
+        return hasDoubts ? Verdict::doubts : Verdict::clean;
     }
 };
 

@@ -43,8 +43,14 @@ std::string verdictText(const LintReport& report) {
     switch (report.verdict()) {
     case Verdict::clean:
         return "clean";
+    case Verdict::doubts:
+        return "read as it stands, with words where numbers belong";
     case Verdict::liberties:
-        return "readable with " + std::to_string(count) + (count == 1 ? " liberty" : " liberties");
+        return "readable with " + std::to_string(count) + (count == 1 ? " liberty" : " liberties") +
+               (report.hasDoubts ? ", and with words where numbers belong" : "");
+    case Verdict::noSamples:
+        return "no samples: neither BEGIN_DATA_FORMAT with the names of columns nor BEGIN_DATA with rows was "
+               "found";
     case Verdict::unreadable:
         break;
     }
@@ -59,7 +65,7 @@ std::string lintText(const LintReport& report, bool withList) {
         report.strictFailure && report.failure && isSamePlace(*report.strictFailure, *report.failure);
     if (report.strictFailure && !toldOnce)
         text += failureLines(report.file, "refused as it stands", *report.strictFailure);
-    if (withList) {
+    if (withList && report.verdict() != Verdict::noSamples) {
         for (const TCgatsLiberty& liberty : report.liberties)
             text += libertyLine(report.file, "", liberty);
         for (const TCgatsLiberty& remark : report.remarks)
