@@ -29,6 +29,13 @@ std::string_view withoutQuotes(std::string_view word) {
     return isQuoted ? word.substr(1, word.size() - 2) : word;
 }
 
+std::string underscored(std::string_view words) {
+    std::string word(words);
+    std::replace(word.begin(), word.end(), ' ', '_');
+    std::replace(word.begin(), word.end(), '-', '_');
+    return word;
+}
+
 int wordOf(std::string_view keyword, bool ignoreCase) {
     if (keyword.size() > kLongestWord)
         return -1;
@@ -82,12 +89,31 @@ private:
         line.hasComment = hash < line.line.last;
         line.value = withoutBlanks(text, {line.keyword.last, hash});
         line.comment = {line.hasComment ? hash + 1 : hash, line.line.last};
+        if (takesAnySpelling)
+            takeKeywordInWords(line);
         const std::string_view word = line.keyword.of(text);
-        line.word = takesAnySpelling ? wordOf(withoutQuotes(word), true) : wordOf(word, false);
+        line.word = takesAnySpelling ? wordOf(underscored(withoutQuotes(word)), true) : wordOf(word, false);
         if (line.word < 0 && first == endOfNames)
             line.word = kEndDataFormat;
         line.part = part;
         return line;
+    }
+
+    // "BEGIN DATA" and "NUMBER OF SETS 24": the longest keyword that the line begins with.
+    void takeKeywordInWords(OutlineLine& line) const {
+        for (std::size_t last = line.keyword.last; last <= line.line.last;) {
+            const std::string_view words = Span{line.keyword.first, last}.of(text);
+            if (words.size() > kLongestWord)
+                return;
+            if (wordOf(underscored(withoutQuotes(words)), true) >= 0) {
+                line.keyword.last = last;
+                const std::size_t hash = findIn(text, {last, line.line.last}, "#");
+                line.value = withoutBlanks(text, {last, hash});
+            }
+            if (last == line.line.last || text[last] == '#')
+                return;
+            last = findIn(text, {last + 1, line.line.last}, " \t#");
+        }
     }
 
     void takeLine() {
@@ -154,10 +180,12 @@ private:
         for (std::size_t first = trimmed.first; first < trimmed.last;) {
             const std::size_t last = findIn(text, {first, trimmed.last}, " \t");
             const Span token{first, last};
-            const int word = wordOf(takesAnySpelling ? withoutQuotes(token.of(text)) : token.of(text), true);
             const bool isAlone = token.first == trimmed.first && token.last == trimmed.last;
+            const bool beginsLine = token.first == trimmed.first;
+            const int word =
+                takesAnySpelling && beginsLine ? lineAt(first).word : wordOf(token.of(text), true);
             if (word == kEndDataFormat || (isAlone && isNearly(token.of(text), kEndDataFormat)) ||
-                (first == trimmed.first && (word == kBeginData || word == kNumberOfSets))) {
+                (beginsLine && (word == kBeginData || word == kNumberOfSets))) {
                 if (first > trimmed.first)
                     table.nameLines.push_back(withoutBlanks(text, {trimmed.first, first}));
                 return first;
@@ -278,7 +306,7 @@ private:
         const std::string_view word = line.keyword.of(text);
         if (word.empty() || word.size() > kLongestWord)
             return false;
-        const int code = wordOf(takesAnySpelling ? withoutQuotes(word) : word, true);
+        const int code = takesAnySpelling ? line.word : wordOf(word, true);
         const bool alone = line.value.empty();
         if (code == kEndData || (alone && isNearly(word, kEndData))) {
             end = kEndData;

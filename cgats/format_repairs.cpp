@@ -9,6 +9,7 @@
 #include "base/number_text.h"
 #include "cgats/cgats_reader.h"
 #include "cgats/cgats_vocabulary.h"
+#include "cgats/decimal_text.h"
 #include "cgats/document_repairs.h"
 #include "cgats/row_scan.h"
 #include "cgats/spectral_name.h"
@@ -124,8 +125,8 @@ private:
                    row.values == static_cast<int>(count) ||
                    draft.text[withoutBlanks(draft.text, row.line).first] == '#';
         };
-        if (!std::all_of(table.rows.begin(), table.rows.end(), fitsTabs) ||
-            (wrappedRows(table.rows, names.size()) && declaredFields() != count))
+        if (!std::all_of(table.rows.begin(), table.rows.end(), fitsTabs) || holdKnownNames(cells) ||
+            (declaredFields() != count && fitBetweenBlanks()))
             return;
         names.clear();
         for (const Cell& cell : cells)
@@ -142,6 +143,41 @@ private:
         while (!cells.empty() && cells.back().whole.empty())
             cells.pop_back();
         return cells;
+    }
+
+    // Whether rows and names fit each other word by word, and nothing tells that words belong together.
+    bool fitBetweenBlanks() {
+        const auto isKnownWord = [&](Span name) {
+            return vocabulary.given(std::string(name.of(draft.text))).known;
+        };
+        return wrappedRows(table.rows, names.size()) && wordsGiveNumbers() &&
+               (declaredFields() == names.size() || std::all_of(names.begin(), names.end(), isKnownWord));
+    }
+
+    // Whether a cell is several names, each of them known.
+    bool holdKnownNames(const std::vector<Cell>& cells) {
+        return std::any_of(cells.begin(), cells.end(), [&](const Cell& cell) {
+            const std::vector<Cell> words = cellsOf(draft.text, cell.inner);
+            return words.size() > 1 && std::all_of(words.begin(), words.end(), [&](const Cell& word) {
+                       return vocabulary.asked(std::string(word.inner.of(draft.text))).known;
+                   });
+        });
+    }
+
+    // Whether the words of the rows are numbers where the words of the names ask for these.
+    bool wordsGiveNumbers() {
+        std::vector<std::size_t> numbers;
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            const NameClass name = vocabulary.asked(std::string(names[i].of(draft.text)));
+            if (name.known && name.dataType != TCgatsField::kString)
+                numbers.push_back(i);
+        }
+        return std::all_of(table.rows.begin(), table.rows.end(), [&](const OutlineRow& row) {
+            const std::vector<Cell> cells = cellsOf(draft.text, row.line);
+            return cells.size() != names.size() ||
+                   std::all_of(numbers.begin(), numbers.end(),
+                               [&](std::size_t i) { return isDecimalNumber(cells[i].inner.of(draft.text)); });
+        });
     }
 
     // 0 where none are declared.

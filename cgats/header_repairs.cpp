@@ -1,5 +1,7 @@
 // Keywords, header values, comment blocks, comments on lines of their own.
 #include <algorithm>
+#include <set>
+#include <string>
 
 #include "cgats/cgats_vocabulary.h"
 #include "cgats/document_repairs.h"
@@ -276,16 +278,31 @@ void repairComments(Repairs& repairs) {
         mover.move(comment);
 }
 
+/// KEYWORD lines that name header lines, or nothing, tell the reader nothing.
+void addKeywordsOfNoColumn(Repairs& repairs) {
+    std::set<std::string> columns;
+    for (const TableForm& form : repairs.tables)
+        for (const TableColumn& column : form.columns)
+            columns.insert(column.name);
+    for (std::size_t i = 0; i < repairs.outline.lines.size(); ++i) {
+        const OutlineLine& line = repairs.outline.lines[i];
+        if (line.word == kKeyword && columns.count(valueOf(repairs.draft, line)) == 0)
+            repairs.uselessKeywords.push_back(static_cast<int>(i));
+    }
+}
+
 void makeRoom(Repairs& repairs) {
     Draft& draft = repairs.draft;
     const auto& dropped = repairs.droppedLines;
     int surplus = static_cast<int>(std::count(dropped.begin(), dropped.end(), false)) + repairs.addedLines -
                   TCgats::kMaxTags;
+    if (surplus > 0)
+        addKeywordsOfNoColumn(repairs);
     for (auto index = repairs.uselessKeywords.begin(); surplus > 0 && index != repairs.uselessKeywords.end();
          ++index) {
         if (repairs.droppedLines[static_cast<std::size_t>(*index)])
             continue;
-        repairs.dropKeyword(*index, "left out to make room: its column is known anyway");
+        repairs.dropKeyword(*index, "left out to make room: it tells nothing of any column");
         --surplus;
     }
     for (std::size_t i = repairs.outline.lines.size(); i-- > 0 && surplus > 0;) {
@@ -294,7 +311,8 @@ void makeRoom(Repairs& repairs) {
         --surplus;
         const OutlineLine& line = repairs.outline.lines[i];
         draft.took(Kind::kLineNotKept, line.keyword,
-                   "the line of " + draft.quoted(line.keyword) + " acts but is not kept: it stands behind " +
+                   "the line of " + draft.quoted(line.keyword) +
+                       " is read, but not kept in the document: it stands behind " +
                        std::to_string(TCgats::kMaxTags) + " others");
     }
 }

@@ -53,8 +53,15 @@ public:
 private:
     RowReading takeRows() {
         thousands = provenThousands();
-        if (rowsFit() && !fitBetterBetweenTabs())
-            return RowReading::kLines;
+        if (rowsFit()) {
+            const OutlineRow* const doubtful = table.all.hasSpace ? rowInDoubt() : nullptr;
+            if (doubtful != nullptr) {
+                refuseDoubt(*doubtful);
+                return RowReading::kNone;
+            }
+            if (!table.all.hasSpace || !fitBetterBetweenTabs())
+                return RowReading::kLines;
+        }
         if (takeTabs())
             return RowReading::kTabs;
         if (takeLines())
@@ -76,26 +83,56 @@ private:
     // TABs count where they stand between the names as well, or where only they keep texts out of the
     // numbers.
     bool fitBetterBetweenTabs() const {
-        if (!table.all.hasSpace)
-            return false;
         return (form.namesBetweenTabs && fitBetweenTabs()) || onlyTabsGiveNumbers();
+    }
+
+    // Words between blanks and cells between TABs that both fit, and differ: where no TABs stand between the
+    // names, nothing tells which are meant; and a cell of several words that crosses columns has lost one.
+    const OutlineRow* rowInDoubt() const {
+        const bool isTie = !form.namesBetweenTabs && fitBetweenTabs() && !onlyTabsGiveNumbers();
+        const auto isDoubtful = [&](const OutlineRow& row) {
+            return isTie ? holdsWords(row) : form.namesBetweenTabs && lacksCells(row);
+        };
+        const auto found = std::find_if(table.rows.begin(), table.rows.end(), isDoubtful);
+        return found == table.rows.end() ? nullptr : &*found;
+    }
+
+    // With the empty one behind a TAB at the end.
+    std::size_t countOfCells(const OutlineRow& row) const {
+        const bool endsWithTab = draft.text[row.line.last - 1] == '\t';
+        return cellsBetweenTabs(draft.text, row.line).size() + (endsWithTab ? 1U : 0U);
+    }
+
+    // A cell between TABs of several words.
+    bool holdsWords(const OutlineRow& row) const {
+        const std::vector<Cell> cells = cellsBetweenTabs(draft.text, row.line, width);
+        return row.hasSpace && std::any_of(cells.begin(), cells.end(), [&](const Cell& cell) {
+                   return !cell.quoted && cell.whole.of(draft.text).find(' ') != std::string_view::npos;
+               });
+    }
+
+    // Cells between TABs, but fewer than there are columns, one of them of several words that are no numbers.
+    bool lacksCells(const OutlineRow& row) const {
+        const std::vector<Cell> cells = cellsBetweenTabs(draft.text, row.line);
+        return row.hasSpace && cells.size() > 1 && countOfCells(row) < width &&
+               std::any_of(cells.begin(), cells.end(), [&](const Cell& cell) {
+                   const std::vector<Cell> words = cellsOf(draft.text, cell.whole);
+                   return !cell.quoted && words.size() > 1 &&
+                          std::any_of(words.begin(), words.end(), [&](const Cell& word) {
+                              return !isDecimalNumber(word.inner.of(draft.text));
+                          });
+               });
     }
 
     // Each row with exactly a TAB between two columns, and spaces within a cell of one.
     bool fitBetweenTabs() const {
         const auto isTabbed = [&](const OutlineRow& row) {
-            const std::vector<Cell> cells = cellsBetweenTabs(draft.text, row.line);
-            return cells.size() + (draft.text[row.line.last - 1] == '\t' ? 1U : 0U) >= width &&
-                   cellsBetweenTabs(draft.text, row.line, width).size() == width;
-        };
-        const auto hasWords = [&](const OutlineRow& row) {
             const std::vector<Cell> cells = cellsBetweenTabs(draft.text, row.line, width);
-            return row.hasSpace && std::any_of(cells.begin(), cells.end(), [&](const Cell& cell) {
-                       return !cell.quoted && cell.whole.of(draft.text).find(' ') != std::string_view::npos;
-                   });
+            return countOfCells(row) >= width && cells.size() == width && areNumbers(cells);
         };
         return std::all_of(table.rows.begin(), table.rows.end(), isTabbed) &&
-               std::any_of(table.rows.begin(), table.rows.end(), hasWords);
+               std::any_of(table.rows.begin(), table.rows.end(),
+                           [&](const OutlineRow& row) { return holdsWords(row); });
     }
 
     // The values that are numbers, as bits of OutlineRow::strange.
@@ -402,6 +439,14 @@ private:
                      columns + " values, one for each column; the line has " + std::to_string(row->values) +
                          (row->openQuote ? ", the last with a quote that does not close" : "") +
                          (isSeparatedOtherwise(*row) ? "; commas and semicolons separate none" : ""));
+    }
+
+    void refuseDoubt(const OutlineRow& row) {
+        draft.refuse(
+            kSampleCountMismatchCode, withoutBlanks(draft.text, row.line),
+            "double quotes around texts of several words: the words and TABs of the line allow another "
+            "reading than its " +
+                std::to_string(width) + " words");
     }
 
     bool isSeparatedOtherwise(const OutlineRow& row) const {

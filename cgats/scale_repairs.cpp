@@ -391,10 +391,10 @@ void remarkOnDevice(Draft& draft, const Repairs& repairs, const OutlineTable& ta
     if (largest > kLargestInk)
         draft.remark(Kind::kDeviceScale, where,
                      name + " values such as " + generalText(largest, 6) + " are " +
-                         (largest <= kByteTop ? "on a scale of 0 to 255, " : "") + "not on one of 0 to 100");
+                         (largest <= kByteTop ? "on a scale of 0 to 255, not of 0 to 100"
+                                              : "beyond a scale of 0 to 100"));
     else if (largest > 0.0 && largest <= kOne && staysBelow(draft, table, form, device, kOne))
-        draft.remark(Kind::kDeviceScale, where,
-                     name + " values are on a scale of 0 to 1, not on one of 0 to 100");
+        draft.remark(Kind::kDeviceScale, where, name + " values are on a scale of 0 to 1, not of 0 to 100");
 }
 
 } // namespace

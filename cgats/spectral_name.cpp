@@ -17,8 +17,9 @@ constexpr std::string_view kPrefixes[] = {
     "SPECTRAL_NM_", "SPECTRAL_PCT_", "SPECTRAL_DEC_", "SPECTRAL_NM", "SPECTRAL_PCT",
     "SPECTRAL_DEC", "SPECTRAL_",     "SPECTRAL",      "SPECTRUM_",   "SPECTRUM",
     "SPEC_",        "SPEC",          "NM_",           "NM"};
-constexpr std::string_view kVaguePrefixes[] = {"", "R_", "R", "WL_", "WL"};
-constexpr std::string_view kUnits[] = {"_nm", "nm"};
+constexpr std::string_view kVaguePrefixes[] = {"",   "R_",    "R",    "T_",      "T",     "WL_",
+                                               "WL", "REFL_", "REFL", "LAMBDA_", "LAMBDA"};
+constexpr std::string_view kUnits[] = {"_nm", "(nm)", "nm"};
 
 bool startsWith(std::string_view text, std::string_view start) {
     return text.size() >= start.size() &&

@@ -466,8 +466,8 @@ TEST(normalizerDoubts, valuesBeyondBytes_areOnNoScaleOfBytes) {
         return Normalized{table("SAMPLE_ID\tRGB_R\tRGB_G\tRGB_B", "1", "1\t0\t0\t" + value + "\n")}.remarked(
             0);
     };
-    EXPECT_EQ(remarkOn("255"), "RGB values such as 255 are on a scale of 0 to 255, not on one of 0 to 100");
-    EXPECT_EQ(remarkOn("65535"), "RGB values such as 65535 are not on one of 0 to 100");
+    EXPECT_EQ(remarkOn("255"), "RGB values such as 255 are on a scale of 0 to 255, not of 0 to 100");
+    EXPECT_EQ(remarkOn("65535"), "RGB values such as 65535 are beyond a scale of 0 to 100");
 }
 
 TEST(normalizerDoubts, endOfFormatWithAWrongLetter_endsTheFormat) {
@@ -487,6 +487,72 @@ TEST(normalizerDoubts, rowsWithCommasBetween_areRefusedWithTheReason) {
     EXPECT_EQ(normalizer.Normalize(table("SAMPLE_ID\tLAB_L\tLAB_A", "1", "1,10,20\n")), 13);
     ASSERT_NE(normalizer.GetRefusal(), nullptr);
     EXPECT_THAT(normalizer.GetRefusal()->expected, testing::HasSubstr("commas and semicolons separate none"));
+}
+
+TEST(normalizerDoubts, wordsAndCellsThatBothFit_areRefusedWhereNothingTellsWhichAreMeant) {
+    const Normalized normalized{
+        table("SAMPLE_ID SAMPLE_NAME LAB_L LAB_A LAB_B", "2", "1\tRed\t1\t2\t3\n2\tPatch 1\t37\t13\t\n")};
+    EXPECT_EQ(normalized.code, 13);
+    ASSERT_NE(normalized.refusal(), nullptr);
+    EXPECT_EQ(normalized.refusal()->line, 8);
+}
+
+TEST(normalizerDoubts, rowsThatLackACellAndHoldWords_areRefused) {
+    const Normalized normalized{
+        table("SAMPLE_ID\tSAMPLE_NAME\tLAB_L\tLAB_A\tLAB_B", "1", "1\tPatch 1\t37\t13\n")};
+    EXPECT_EQ(normalized.code, 13);
+    expectUnchanged(table("SAMPLE_ID\tLAB_L\tLAB_A\tLAB_B", "1", "1\t37 13 12\n"));
+}
+
+TEST(normalizerDoubts, namesWithBlanks_areWholeWhereWordsWouldPutTextsAmongNumbers) {
+    const Normalized normalized =
+        accepted(table("SAMPLE_ID\tPatch name\tLAB_L\tDelta E", "1", "1\tdark red skin\t37\t1.0\n"));
+    TCgats document;
+    ASSERT_EQ(document.ReadFromBuffer(normalized.text().c_str()), 0);
+    EXPECT_EQ(numbersOf(document, 0, 2), std::vector<double>{37});
+}
+
+TEST(normalizerDoubts, knownNamesBetweenTabs_areNotJoined) {
+    const std::string text =
+        "CGATS.17\nNUMBER_OF_FIELDS\t2\nBEGIN_DATA_FORMAT\nSAMPLE_ID\tRGB_R RGB_G RGB_B\n"
+        "END_DATA_FORMAT\nNUMBER_OF_SETS\t1\nBEGIN_DATA\n1\t10 20 30\nEND_DATA\n";
+    const Normalized normalized = accepted(text);
+    EXPECT_THAT(normalized.text(), testing::HasSubstr("NUMBER_OF_FIELDS\t4\n"));
+}
+
+TEST(normalizerDoubts, keywordsInSeveralWords_areKeywordsWhereThereIsNoTableOtherwise) {
+    const Normalized normalized =
+        accepted("CGATS.17\nNUMBER OF FIELDS 2\nBEGIN DATA FORMAT\nSAMPLE_ID\tLAB_L\n"
+                 "END DATA FORMAT\nNUMBER OF SETS 1\nBEGIN DATA\n1\t10\nEND DATA\n");
+    EXPECT_EQ(normalized.text(), "CGATS.17\nNUMBER_OF_FIELDS 2\nBEGIN_DATA_FORMAT\nSAMPLE_ID\tLAB_L\n"
+                                 "END_DATA_FORMAT\nNUMBER_OF_SETS 1\nBEGIN_DATA\n1\t10\nEND_DATA\n");
+}
+
+TEST(normalizerDoubts, reflectancesByAnyName_areSpectraInARow) {
+    for (const std::string prefix : {"Refl_", "T", "LAMBDA_", "WL"})
+        expectText(
+            table("SAMPLE_ID\t" + prefix + "400\t" + prefix + "410\t" + prefix + "420\t" + prefix + "430",
+                  "1", "1\t0.1\t0.2\t0.3\t0.4\n"),
+            table("SAMPLE_ID\tSPECTRAL_400\tSPECTRAL_410\tSPECTRAL_420\tSPECTRAL_430", "1",
+                  "1\t0.1\t0.2\t0.3\t0.4\n"));
+    expectText(table("SAMPLE_ID\t400(nm)", "1", "1\t0.1\n"),
+               table("SAMPLE_ID\tSPECTRAL_400", "1", "1\t0.1\n"));
+}
+
+// KEYWORD lines that declare header lines tell nothing of a column.
+TEST(normalizerDoubts, keywordLinesOfNoColumn_makeRoom) {
+    std::string lines;
+    for (int i = 0; i < 70; ++i)
+        lines += "KEYWORD\t\"NOTE" + std::to_string(i) + "\"\nNOTE" + std::to_string(i) + "\t\"x\"\n";
+    const Normalized normalized = accepted(lines + table("SAMPLE_ID", "1", "1\n"));
+    EXPECT_EQ(normalized.countOf(Liberty::kLineNotKept), 0);
+    EXPECT_EQ(normalized.countOf(Liberty::kKeywordDropped), 140 + 6 - 128);
+}
+
+TEST(normalizerDoubts, unknownWordsBetweenTabs_belongTogether) {
+    expectText(table("SAMPLE_ID\tMunsell notation", "1", "1\tred wine\n"),
+               "CGATS.17\nKEYWORD \"Munsell_notation\"\n" +
+                   table("SAMPLE_ID\tMunsell_notation", "1", "1\t\"red wine\"\n").substr(9));
 }
 
 } // namespace

@@ -21,7 +21,16 @@ const char* remedyOfUnknownError(const std::string& expected) {
     return "try again with more memory";
 }
 
+// Of rows or names in which commas or semicolons stand between the values.
+constexpr const char* kSaveWithTabs = "save the file with TABs between the columns (\"text, tab delimited\")";
+
+bool isSeparatedOtherwise(const std::string& expected) {
+    return expected.find("commas and semicolons separate none") != std::string::npos;
+}
+
 const char* remedyOfUnknownField(const std::string& token, const std::string& expected) {
+    if (isSeparatedOtherwise(expected))
+        return kSaveWithTabs;
     if (expected.find("without quotes") != std::string::npos)
         return "write END_DATA_FORMAT as it is, on a line of its own";
     if (expected.find("wavelength of its own") != std::string::npos)
@@ -79,6 +88,8 @@ std::string remedyOf(int code, const std::string& token, const std::string& expe
     case 11:
         return remedyOfUnknownField(token, expected);
     case 13:
+        if (isSeparatedOtherwise(expected))
+            return kSaveWithTabs;
         return "give every row one value for every column and let NUMBER_OF_SETS be the number of rows; a "
                "text that holds blanks goes between double quotes";
     case 15:
