@@ -212,8 +212,9 @@ private:
     bool hasNul(Span stretch) const { return stretch.of(text).find('\0') != std::string_view::npos; }
 
     void takeRows(const OutlineLine& opening) {
-        std::size_t first = opening.value.empty() ? opening.next : opening.value.first;
-        outline.hasNul = outline.hasNul || hasNul({behindRows, first});
+        const std::size_t firstRow = opening.value.empty() ? opening.next : opening.value.first;
+        outline.hasNul = outline.hasNul || hasNul({behindRows, firstRow});
+        std::size_t first = firstRow;
         int end = -1;
         while (first < text.size()) {
             if (text[first] != '\r' && text[first] != '\n') {
@@ -221,14 +222,15 @@ private:
                     break;
                 const OutlineRow row = scanRow(text, first);
                 if (row.values > 0)
-                    addRow(row);
+                    table.all.add(row);
                 first = row.line.last;
             }
             ++first;
         }
         table.dataEnd = std::min(first, text.size());
         if (end < 0)
-            endAtDeclaredRow();
+            endAtDeclaredRow(firstRow);
+        table.rows = OutlineRows(text, {firstRow, table.dataEnd}, table.all.count);
         behindRows = table.dataEnd;
         ++part;
         at = table.dataEnd;
@@ -239,43 +241,33 @@ private:
             at = line.next;
         }
         outline.hasNul = outline.hasNul || table.all.hasNul;
-        if (table.rows.size() < table.rows.capacity() / 2)
-            table.rows.shrink_to_fit();
         outline.tables.push_back(std::move(table));
         table = OutlineTable();
     }
 
-    // The first row and the declared number tell how many there may be.
-    void addRow(const OutlineRow& row) {
-        if (table.rows.empty()) {
-            const std::size_t most = (text.size() - row.line.first) / (row.line.length() + 1) + 1;
-            table.rows.reserve(std::min(most, declaredRows()));
-        }
-        table.rows.push_back(row);
-        table.all.add(row);
-    }
-
     // Where END_DATA is missing and the declared rows are there, what stands behind them is the header of the
     // next table if it cannot be a row.
-    void endAtDeclaredRow() {
+    void endAtDeclaredRow(std::size_t firstRow) {
         const std::size_t count = declaredRows();
-        if (count == 0 || table.rows.size() <= count)
+        if (count == 0 || table.all.count <= count)
             return;
         const auto fits = [&](const OutlineRow& row) {
             return row.values == static_cast<int>(table.names.size()) && !row.openQuote;
         };
-        const auto behind = table.rows.begin() + static_cast<std::ptrdiff_t>(count);
-        std::uint64_t strange = 0;
-        std::for_each(table.rows.begin(), behind, [&](const OutlineRow& row) { strange |= row.strange; });
+        RowsSummary declared;
+        const OutlineRows rows(text, {firstRow, table.dataEnd}, table.all.count);
+        auto row = rows.begin();
+        for (; declared.count < count; ++row) {
+            if (!fits(*row))
+                return;
+            declared.add(*row);
+        }
         const bool mayBeRow =
-            fits(*behind) && (behind->strange & ~strange) == 0 && !isHeaderLine(behind->line.first);
-        if (mayBeRow || !std::all_of(table.rows.begin(), behind, fits))
+            fits(*row) && (row->strange & ~declared.strange) == 0 && !isHeaderLine(row->line.first);
+        if (mayBeRow)
             return;
-        table.dataEnd = behind->line.first;
-        table.rows.erase(behind, table.rows.end());
-        table.all = RowsSummary();
-        for (const OutlineRow& row : table.rows)
-            table.all.add(row);
+        table.dataEnd = row->line.first;
+        table.all = declared;
     }
 
     std::size_t declaredRows() const {
@@ -315,7 +307,7 @@ private:
         if (std::find(std::begin(kOpening), std::end(kOpening), code) == std::end(kOpening))
             return false;
         // A sample may have such a name.
-        const bool isDeclaredRow = table.rows.size() < declaredRows() &&
+        const bool isDeclaredRow = table.all.count < declaredRows() &&
                                    scanRow(text, first).values == static_cast<int>(table.names.size());
         return !isDeclaredRow;
     }
@@ -355,18 +347,6 @@ private:
 };
 
 } // namespace
-
-void RowsSummary::add(const OutlineRow& row) {
-    fewestValues = std::min(fewestValues, row.values);
-    mostValues = std::max(mostValues, row.values);
-    large |= row.large;
-    strange |= row.strange;
-    openQuote = openQuote || row.openQuote;
-    special = special || row.special;
-    hasNul = hasNul || row.hasNul;
-    tooLong = tooLong || row.tooLong;
-    hasSpace = hasSpace || row.hasSpace;
-}
 
 DocumentOutline outlineOf(std::string_view text) {
     Outliner outliner(text, false);

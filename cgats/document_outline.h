@@ -4,11 +4,10 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
-#include <limits>
 #include <string_view>
 #include <vector>
 
+#include "cgats/outline_rows.h"
 #include "cgats/text_span.h"
 
 namespace qxcms::detail {
@@ -25,37 +24,6 @@ struct OutlineLine {
     int part = 0;     ///< the number of data sections before
 };
 
-/// A line of samples.
-struct OutlineRow {
-    Span line;
-    /// Bit n stands for value n, the last one for all behind: the value may be 10 or more, or is not made of
-    /// digits, points and minus signs alone. A number below 0 may have its bit set too.
-    std::uint64_t large;
-    std::uint64_t strange; ///< likewise: not made of digits, points and minus signs alone
-    int values;            ///< as the reader counts them
-    bool openQuote : 1;    ///< its last value begins with a quote that does not close on the line
-    bool special : 1;      ///< has quotes, commas or number signs
-    bool hasNul : 1;       ///< holds a NUL byte
-    bool tooLong : 1;      ///< has a value of more characters than the reader takes
-    bool hasSpace : 1;     ///< has spaces, which are blanks other than TABs, outside of quotes
-};
-
-/// What the rows of a table have in common.
-struct RowsSummary {
-    int fewestValues = std::numeric_limits<int>::max();
-    int mostValues = 0;
-    std::uint64_t large = 0; ///< the bits of all rows
-    std::uint64_t strange = 0;
-    bool openQuote = false; ///< these are true where they are so of any row
-    bool special = false;
-    bool hasNul = false;
-    bool tooLong = false;
-    bool hasSpace = false;
-
-    void add(const OutlineRow& row);
-    bool haveAll(int values) const { return fewestValues == values && mostValues == values; }
-};
-
 struct OutlineTable {
     int fieldsLine = -1; ///< NUMBER_OF_FIELDS; this and the next ones are indices of lines, -1 for none
     int setsLine = -1;   ///< NUMBER_OF_SETS
@@ -66,7 +34,7 @@ struct OutlineTable {
     std::vector<Span> names;         ///< of the columns, without quotes
     std::vector<Span> nameLines;     ///< the lines that hold them, without remarks
     std::vector<Span> formatRemarks; ///< comments between them, behind the "#"
-    std::vector<OutlineRow> rows;
+    OutlineRows rows;
     RowsSummary all;
     std::size_t dataEnd = 0; ///< where the samples end
 };

@@ -68,16 +68,16 @@ struct Repairs {
 
 /// The number of rows of so many values that lie on several lines each, every one beginning on a line of its
 /// own; nothing where the lines do not make rows.
-std::optional<std::size_t> wrappedRows(const std::vector<OutlineRow>& lines, std::size_t width);
+std::optional<std::size_t> wrappedRows(const OutlineRows& lines, std::size_t width);
 
 /// The values of a line that holds one row, as they stand; fewer than there are columns where it holds none.
 std::vector<Cell> cellsOfRow(std::string_view text, const OutlineRow& row, const TableForm& form);
 
 /// Calls `take` with the values of each row, as they stand, until it answers false.
-template <class Function>
-void forEachRow(std::string_view text, const OutlineTable& table, const TableForm& form, Function&& take) {
+template <class Rows, class Function>
+void forEachRow(std::string_view text, const Rows& rows, const TableForm& form, Function&& take) {
     std::vector<Cell> cells;
-    for (const OutlineRow& row : table.rows) {
+    for (const OutlineRow& row : rows) {
         const std::vector<Cell> more = cellsOfRow(text, row, form);
         cells.insert(cells.end(), more.begin(), more.end());
         if (cells.size() == form.columns.size() && !take(cells))

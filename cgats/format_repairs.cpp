@@ -459,7 +459,7 @@ public:
                 "with one and the same wavelength in all rows, different from the others");
             return;
         }
-        forEachRow(draft.text, table, form, [&](const std::vector<Cell>& cells) {
+        forEachRow(draft.text, table.rows, form, [&](const std::vector<Cell>& cells) {
             for (const Pair& pair : pairs)
                 draft.edits.remove(isNamedFirst
                                        ? Span{cells[pair.named].whole.first, cells[pair.valued].whole.first}
@@ -512,7 +512,7 @@ private:
     // @return whether each pair has the same one in every row, and all are different.
     bool readWavelengths() {
         bool first = true;
-        forEachRow(draft.text, table, form, [&](const std::vector<Cell>& cells) {
+        forEachRow(draft.text, table.rows, form, [&](const std::vector<Cell>& cells) {
             for (Pair& pair : pairs) {
                 const std::string text(cells[pair.named].inner.of(draft.text));
                 const auto known = spectralName(text);

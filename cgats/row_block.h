@@ -18,6 +18,7 @@ struct RowState {
     bool within = false;         ///< the character before belongs to a value
     bool firstIsNoPoint = false; ///< and is its first one and no point
     bool special = false;        ///< there were commas or number signs
+    bool hasSign = false;        ///< there were number signs
     bool hasNul = false;
     bool hasSpace = false; ///< there were spaces, which are blanks other than TABs
 };

@@ -86,6 +86,7 @@ inline void takeOthers(const char* at, std::uint64_t others, std::uint64_t start
     for (; others != 0; others &= others - 1) {
         const char c = at[trailingZeros(others)];
         state.special = state.special || c == ',' || c == '#';
+        state.hasSign = state.hasSign || c == '#';
         state.hasNul = state.hasNul || c == '\0';
         strange |= std::uint64_t{1} << countOf(starts & (others ^ (others - 1)));
     }

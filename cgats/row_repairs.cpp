@@ -54,8 +54,8 @@ private:
     RowReading takeRows() {
         thousands = provenThousands();
         if (rowsFit()) {
-            const OutlineRow* const doubtful = table.all.hasSpace ? rowInDoubt() : nullptr;
-            if (doubtful != nullptr) {
+            const std::optional<OutlineRow> doubtful = table.all.hasSpace ? rowInDoubt() : std::nullopt;
+            if (doubtful) {
                 refuseDoubt(*doubtful);
                 return RowReading::kNone;
             }
@@ -75,7 +75,7 @@ private:
         rowCount = table.rows.size();
         if (!table.all.haveAll(static_cast<int>(width)) || table.all.openQuote)
             return false;
-        return !table.all.special || std::none_of(table.rows.begin(), table.rows.end(),
+        return !table.all.hasSign || std::none_of(table.rows.begin(), table.rows.end(),
                                                   [&](const OutlineRow& row) { return isRemark(row); });
     }
 
@@ -88,13 +88,15 @@ private:
 
     // Words between blanks and cells between TABs that both fit, and differ: where no TABs stand between the
     // names, nothing tells which are meant; and a cell of several words that crosses columns has lost one.
-    const OutlineRow* rowInDoubt() const {
+    std::optional<OutlineRow> rowInDoubt() const {
         const bool isTie = !form.namesBetweenTabs && fitBetweenTabs() && !onlyTabsGiveNumbers();
+        if (!isTie && !form.namesBetweenTabs)
+            return std::nullopt;
         const auto isDoubtful = [&](const OutlineRow& row) {
             return isTie ? holdsWords(row) : form.namesBetweenTabs && lacksCells(row);
         };
         const auto found = std::find_if(table.rows.begin(), table.rows.end(), isDoubtful);
-        return found == table.rows.end() ? nullptr : &*found;
+        return found == table.rows.end() ? std::nullopt : std::optional<OutlineRow>(*found);
     }
 
     // With the empty one behind a TAB at the end.
@@ -210,7 +212,7 @@ private:
     }
 
     bool beginsWithNumberSign(const OutlineRow& row) const {
-        return row.special && draft.text[withoutBlanks(draft.text, row.line).first] == '#';
+        return row.hasSign && draft.text[withoutBlanks(draft.text, row.line).first] == '#';
     }
 
     // One cell more than there are columns, in every row, and nothing in the first one.
@@ -462,7 +464,7 @@ private:
 
     // The comma or point that numbers such as "1,234.5" prove to set thousands apart.
     char provenThousands() const {
-        if (!table.all.special)
+        if (!table.all.special || haveOnlyPlainNumbers())
             return '\0';
         const std::uint64_t numbers = numberBits();
         for (const OutlineRow& row : table.rows) {
@@ -480,8 +482,12 @@ private:
         return '\0';
     }
 
+    bool haveOnlyPlainNumbers() const {
+        return table.all.haveAll(static_cast<int>(width)) && (table.all.strange & numberBits()) == 0;
+    }
+
     void repairNumbers() {
-        if (!table.all.special || form.reading != RowReading::kLines)
+        if (!table.all.special || form.reading != RowReading::kLines || haveOnlyPlainNumbers())
             return;
         std::vector<RowChange> changes;
         const std::uint64_t numbers = numberBits();
@@ -583,7 +589,7 @@ private:
 
 } // namespace
 
-std::optional<std::size_t> wrappedRows(const std::vector<OutlineRow>& lines, std::size_t width) {
+std::optional<std::size_t> wrappedRows(const OutlineRows& lines, std::size_t width) {
     std::size_t rows = 0;
     std::size_t values = 0;
     for (const OutlineRow& line : lines) {

@@ -59,9 +59,9 @@ public:
     OutlineRow row() {
         endRun();
         const std::size_t last = static_cast<std::size_t>(at - begin);
-        return {{first, last}, state.large,   state.strange, state.values,
-                openQuote,     state.special, state.hasNul,  state.longest > TCgats::kMaxSampleValue,
-                state.hasSpace};
+        return {{first, last},  state.large,   state.strange, state.values,
+                openQuote,      state.special, state.hasNul,  state.longest > TCgats::kMaxSampleValue,
+                state.hasSpace, state.hasSign};
     }
 
     void takeCharacter() {
@@ -71,6 +71,7 @@ public:
             return;
         }
         state.special = state.special || c == '"' || c == ',' || c == '#';
+        state.hasSign = state.hasSign || c == '#';
         state.hasNul = state.hasNul || c == '\0';
         state.hasSpace = state.hasSpace || c == ' ';
         const bool starts = !isBlank(c) && !state.within;

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "cgats/document_outline.h"
+#include "cgats/outline_rows.h"
 #include "cgats/row_block.h"
 
 namespace qxcms::detail {

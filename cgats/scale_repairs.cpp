@@ -68,7 +68,7 @@ using Columns = std::vector<std::size_t>;
 Extent extentOf(const Draft& draft, const OutlineTable& table, const TableForm& form, const Columns& columns,
                 std::size_t most = std::numeric_limits<std::size_t>::max()) {
     Extent extent;
-    forEachRow(draft.text, table, form, [&](const std::vector<Cell>& cells) {
+    forEachRow(draft.text, table.rows, form, [&](const std::vector<Cell>& cells) {
         for (const std::size_t column : columns) {
             if (!isDecimalNumber(cells[column].inner.of(draft.text)))
                 continue;
@@ -101,9 +101,7 @@ std::vector<OutlineRow> rowsThatMayBeLarge(const OutlineTable& table, const Tabl
 /// read only for a limit below that, and when no other row is above it.
 bool staysBelow(const Draft& draft, const OutlineTable& table, const TableForm& form, const Columns& columns,
                 double limit) {
-    OutlineTable doubtful;
-    doubtful.rows = rowsThatMayBeLarge(table, form, columns);
-    const auto isBelow = [&](const OutlineTable& rows) {
+    const auto isBelow = [&](const auto& rows) {
         bool below = true;
         forEachRow(draft.text, rows, form, [&](const std::vector<Cell>& cells) {
             below = std::all_of(columns.begin(), columns.end(), [&](std::size_t column) {
@@ -114,7 +112,8 @@ bool staysBelow(const Draft& draft, const OutlineTable& table, const TableForm& 
         });
         return below;
     };
-    return isBelow(doubtful) && (limit >= kLargestFraction || isBelow(table));
+    return isBelow(rowsThatMayBeLarge(table, form, columns)) &&
+           (limit >= kLargestFraction || isBelow(table.rows));
 }
 
 template <class Predicate>
@@ -142,7 +141,7 @@ Columns standardColumns(const TableForm& form, int first, int last) {
 
 void replaceValues(Draft& draft, const OutlineTable& table, const TableForm& form, const Columns& columns,
                    double factor, int places) {
-    forEachRow(draft.text, table, form, [&](const std::vector<Cell>& cells) {
+    forEachRow(draft.text, table.rows, form, [&](const std::vector<Cell>& cells) {
         for (const std::size_t column : columns) {
             const Cell& cell = cells[column];
             const std::string_view text = cell.inner.of(draft.text);
@@ -187,7 +186,7 @@ private:
         const Columns columns = spectralColumns(form(index));
         double largest = 0.0;
         std::size_t rows = 0;
-        forEachRow(draft.text, table(index), form(index), [&](const std::vector<Cell>& cells) {
+        forEachRow(draft.text, table(index).rows, form(index), [&](const std::vector<Cell>& cells) {
             for (const std::size_t column : columns)
                 largest = std::max(largest, valueOf(draft, cells[column]));
             return ++rows < kInspectedRows;
@@ -263,7 +262,7 @@ private:
         if (spectra.size() < kFewestBands)
             return true;
         bool shows = false;
-        forEachRow(draft.text, table(index), form(index), [&](const std::vector<Cell>& cells) {
+        forEachRow(draft.text, table(index).rows, form(index), [&](const std::vector<Cell>& cells) {
             std::size_t large = 0;
             std::size_t bright = 0;
             for (const std::size_t column : spectra) {

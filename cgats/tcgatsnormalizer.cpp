@@ -133,7 +133,7 @@ TextEdits withOneRowEach(const DocumentOutline& outline) {
         if (!isRowALine || table.rows.size() < 2 || table.setsLine < 0)
             continue;
         edits.replace(outline.lines[static_cast<std::size_t>(table.setsLine)].value, "1");
-        edits.remove({table.rows[1].line.first, table.dataEnd});
+        edits.remove({std::next(table.rows.begin())->line.first, table.dataEnd});
     }
     edits.sort();
     return edits;

@@ -109,6 +109,7 @@ add_library(qxcms_objects OBJECT
     cgats/format_repairs.cpp
     cgats/header_repairs.cpp
     cgats/name_index.cpp
+    cgats/outline_rows.cpp
     cgats/row_block_avx2.cpp
     cgats/row_block_common.cpp
     cgats/row_repairs.cpp

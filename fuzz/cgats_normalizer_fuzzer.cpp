@@ -44,7 +44,7 @@ void expectSameRows(const std::string& text) {
                  fast.strange == plain.strange && fast.values == plain.values &&
                  fast.openQuote == plain.openQuote && fast.special == plain.special &&
                  fast.hasNul == plain.hasNul && fast.tooLong == plain.tooLong &&
-                 fast.hasSpace == plain.hasSpace,
+                 fast.hasSpace == plain.hasSpace && fast.hasSign == plain.hasSign,
              "a line counts the same in blocks and by the character");
         first = fast.line.last;
     }

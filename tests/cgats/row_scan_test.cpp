@@ -14,7 +14,7 @@ static bool operator==(const OutlineRow& a, const OutlineRow& b) {
     return a.line.first == b.line.first && a.line.last == b.line.last && a.large == b.large &&
            a.strange == b.strange && a.values == b.values && a.openQuote == b.openQuote &&
            a.special == b.special && a.hasNul == b.hasNul && a.tooLong == b.tooLong &&
-           a.hasSpace == b.hasSpace;
+           a.hasSpace == b.hasSpace && a.hasSign == b.hasSign;
 }
 
 } // namespace qxcms::detail
@@ -82,6 +82,11 @@ TEST(rowScan, valuesBehindThe63rd_shareAMark) {
 TEST(rowScan, spacesOutsideOfQuotes_areTold) {
     EXPECT_FALSE(scanRow("1\t\"a b\"\t2", 0).hasSpace);
     EXPECT_TRUE(scanRow("1\ta b", 0).hasSpace);
+}
+
+TEST(rowScan, numberSignsOutsideOfQuotes_areTold) {
+    EXPECT_FALSE(scanRow("1 \"#\" 2", 0).hasSign);
+    EXPECT_TRUE(scanRow("1 a#b", 0).hasSign);
 }
 
 TEST(rowScan, nulBytes_areTold) {
