@@ -20,6 +20,9 @@ constexpr int kOpening[] = {kNumberOfFields, kBeginDataFormat, kNumberOfSets, kB
 
 constexpr std::size_t kLongestWord = 32;
 
+// Where no rows can be taken at once so many times, as they have quotes, it is not tried any more.
+constexpr int kMostTimesInVain = 4;
+
 bool equalsIgnoringCase(std::string_view a, const char* b) {
     return std::string_view(b).size() == a.size() && strncmp_ci(a.data(), b, static_cast<int>(a.size())) == 0;
 }
@@ -216,7 +219,15 @@ private:
         outline.hasNul = outline.hasNul || hasNul({behindRows, firstRow});
         std::size_t first = firstRow;
         int end = -1;
+        int timesInVain = 0;
         while (first < text.size()) {
+            if (timesInVain < kMostTimesInVain) {
+                const std::size_t behind = takePlainRows(first);
+                timesInVain = behind > first ? 0 : timesInVain + 1;
+                first = behind;
+                if (first == text.size())
+                    break;
+            }
             if (text[first] != '\r' && text[first] != '\n') {
                 if (mayEndRows(first) && endsRows(first, end))
                     break;
@@ -243,6 +254,16 @@ private:
         outline.hasNul = outline.hasNul || table.all.hasNul;
         outline.tables.push_back(std::move(table));
         table = OutlineTable();
+    }
+
+    // @return behind the rows that can be taken at once.
+    std::size_t takePlainRows(std::size_t first) {
+        if (readPlainRows == nullptr)
+            return first;
+        PlainRows rows;
+        const char* const behind = readPlainRows(text.data() + first, text.data() + text.size(), &rows);
+        table.all.add(rows);
+        return static_cast<std::size_t>(behind - text.data());
     }
 
     // Where END_DATA is missing and the declared rows are there, what stands behind them is the header of the
@@ -336,6 +357,7 @@ private:
     }
 
     const std::string_view text;
+    const PlainRowReader readPlainRows = rowReaders().rows;
     const bool takesAnySpelling;
     bool passedTable = false;
     std::size_t at = 0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "cgats/row_scan.h"
+#include "cgats/tcgats.h"
 
 namespace qxcms::detail {
 
@@ -18,6 +19,19 @@ void RowsSummary::add(const OutlineRow& row) {
     tooLong = tooLong || row.tooLong;
     hasSpace = hasSpace || row.hasSpace;
     hasSign = hasSign || row.hasSign;
+}
+
+void RowsSummary::add(const PlainRows& rows) {
+    count += rows.count;
+    fewestValues = std::min(fewestValues, rows.fewestValues);
+    mostValues = std::max(mostValues, rows.mostValues);
+    large |= rows.large;
+    strange |= rows.strange;
+    special = special || rows.special;
+    hasNul = hasNul || rows.hasNul;
+    tooLong = tooLong || rows.longest > TCgats::kMaxSampleValue;
+    hasSpace = hasSpace || rows.hasSpace;
+    hasSign = hasSign || rows.hasSign;
 }
 
 OutlineRows::Iterator::Iterator(std::string_view what, Span stretch) : text(what), last(stretch.last), row{} {

@@ -8,6 +8,7 @@
 #include <limits>
 #include <string_view>
 
+#include "cgats/row_block.h"
 #include "cgats/text_span.h"
 
 namespace qxcms::detail {
@@ -43,6 +44,7 @@ struct RowsSummary {
     bool hasSign = false;
 
     void add(const OutlineRow& row);
+    void add(const PlainRows& rows);
     bool haveAll(int values) const { return fewestValues == values && mostValues == values; }
 };
 

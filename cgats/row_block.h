@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 
 namespace qxcms::detail {
 
@@ -27,9 +28,33 @@ struct RowState {
 /// @return where it stopped.
 using RowBlockReader = const char* (*)(const char* at, const char* end, RowState* state);
 
-/// What all processors of the kind can run; null where there is no such thing.
-extern const RowBlockReader kCommonRowBlockReader;
-/// Needs InstructionSet::kAvx2; null where there is no such thing.
-extern const RowBlockReader kAvx2RowBlockReader;
+/// What whole rows have in common, each of them without quotes and ended by LF.
+struct PlainRows {
+    std::size_t count = 0;
+    int fewestValues = std::numeric_limits<int>::max();
+    int mostValues = 0;
+    std::uint64_t large = 0;
+    std::uint64_t strange = 0;
+    std::size_t longest = 0; ///< the characters of the longest value
+    bool special = false;
+    bool hasSign = false;
+    bool hasNul = false;
+    bool hasSpace = false;
+};
+
+/// Takes rows as long as they begin with a digit, a point or a minus sign, and not in front of an "N", which
+/// a mark of the end may have; and as long as there are 64 characters before `end` behind their last one.
+/// @param at where a row begins. @return where the first row begins that was not taken.
+using PlainRowReader = const char* (*)(const char* at, const char* end, PlainRows* rows);
+
+struct RowReaders {
+    RowBlockReader blocks; ///< null where there is no such thing
+    PlainRowReader rows;   ///< likewise
+};
+
+/// What all processors of the kind can run.
+extern const RowReaders kCommonRowReaders;
+/// Needs InstructionSet::kAvx2.
+extern const RowReaders kAvx2RowReaders;
 
 } // namespace qxcms::detail

@@ -5,7 +5,7 @@
 
 namespace qxcms::detail {
 
-const RowBlockReader kAvx2RowBlockReader = readRowBlocks;
+const RowReaders kAvx2RowReaders = {readRowBlocks, readPlainRows};
 
 } // namespace qxcms::detail
 
@@ -15,7 +15,7 @@ const RowBlockReader kAvx2RowBlockReader = readRowBlocks;
 
 namespace qxcms::detail {
 
-const RowBlockReader kAvx2RowBlockReader = nullptr;
+const RowReaders kAvx2RowReaders = {nullptr, nullptr};
 
 } // namespace qxcms::detail
 

@@ -5,7 +5,7 @@
 
 namespace qxcms::detail {
 
-const RowBlockReader kCommonRowBlockReader = readRowBlocks;
+const RowReaders kCommonRowReaders = {readRowBlocks, readPlainRows};
 
 } // namespace qxcms::detail
 
@@ -15,7 +15,7 @@ const RowBlockReader kCommonRowBlockReader = readRowBlocks;
 
 namespace qxcms::detail {
 
-const RowBlockReader kCommonRowBlockReader = nullptr;
+const RowReaders kCommonRowReaders = {nullptr, nullptr};
 
 } // namespace qxcms::detail
 

@@ -139,6 +139,35 @@ inline void takeGaps(std::uint64_t gaps, int length, RowState& state) {
     return at;
 }
 
+inline bool mayBeginPlainRow(const char* at) {
+    const bool isPlain = (at[0] >= '0' && at[0] <= '9') || at[0] == '-' || at[0] == '.';
+    return isPlain && at[1] != 'N';
+}
+
+[[maybe_unused]] const char* readPlainRows(const char* at, const char* end, PlainRows* rows) {
+    PlainRows all = *rows;
+    while (end - at >= kBlock && mayBeginPlainRow(at)) {
+        RowState state{};
+        const char* const last = readRowBlocks(at, end, &state);
+        if (last == end || *last != '\n')
+            break;
+        const std::size_t longest = state.run > state.longest ? state.run : state.longest;
+        ++all.count;
+        all.fewestValues = state.values < all.fewestValues ? state.values : all.fewestValues;
+        all.mostValues = state.values > all.mostValues ? state.values : all.mostValues;
+        all.large |= state.large;
+        all.strange |= state.strange;
+        all.longest = longest > all.longest ? longest : all.longest;
+        all.special = all.special || state.special;
+        all.hasSign = all.hasSign || state.hasSign;
+        all.hasNul = all.hasNul || state.hasNul;
+        all.hasSpace = all.hasSpace || state.hasSpace;
+        at = last + 1;
+    }
+    *rows = all;
+    return at;
+}
+
 } // namespace
 
 } // namespace qxcms::detail

@@ -132,11 +132,6 @@ private:
     bool openQuote = false;
 };
 
-RowBlockReader rowBlockReader() {
-    const bool hasAvx2 = instructionSet() == InstructionSet::kAvx2;
-    return hasAvx2 && kAvx2RowBlockReader != nullptr ? kAvx2RowBlockReader : kCommonRowBlockReader;
-}
-
 } // namespace
 
 OutlineRow scanRowPlainly(std::string_view text, std::size_t first) noexcept {
@@ -144,6 +139,12 @@ OutlineRow scanRowPlainly(std::string_view text, std::size_t first) noexcept {
     while (!counter.atLineEnd())
         counter.takeCharacter();
     return counter.row();
+}
+
+const RowReaders& rowReaders() noexcept {
+    static const bool useAvx2 =
+        instructionSet() == InstructionSet::kAvx2 && kAvx2RowReaders.blocks != nullptr;
+    return useAvx2 ? kAvx2RowReaders : kCommonRowReaders;
 }
 
 OutlineRow scanRowWith(RowBlockReader read, std::string_view text, std::size_t first) noexcept {
@@ -155,7 +156,7 @@ OutlineRow scanRowWith(RowBlockReader read, std::string_view text, std::size_t f
 }
 
 OutlineRow scanRow(std::string_view text, std::size_t first) noexcept {
-    const RowBlockReader read = rowBlockReader();
+    const RowBlockReader read = rowReaders().blocks;
     return read == nullptr ? scanRowPlainly(text, first) : scanRowWith(read, text, first);
 }
 

@@ -20,6 +20,9 @@ constexpr std::uint64_t bitOfValue(int value) {
 /// The line that starts at `first`.
 OutlineRow scanRow(std::string_view text, std::size_t first) noexcept;
 
+/// What the processor can run.
+const RowReaders& rowReaders() noexcept;
+
 /// The same with blocks that are read by this, which is not null.
 OutlineRow scanRowWith(RowBlockReader read, std::string_view text, std::size_t first) noexcept;
 

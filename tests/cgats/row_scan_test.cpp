@@ -125,15 +125,75 @@ void expectWhatCharactersGive(RowBlockReader read) {
 }
 
 TEST(rowScan, blocks_giveWhatCharactersGive) {
-    if (kCommonRowBlockReader == nullptr)
+    if (kCommonRowReaders.blocks == nullptr)
         GTEST_SKIP() << "there are no blocks for this kind of processor";
-    expectWhatCharactersGive(kCommonRowBlockReader);
+    expectWhatCharactersGive(kCommonRowReaders.blocks);
 }
 
 TEST(rowScan, blocksByAvx2_giveWhatCharactersGive) {
-    if (kAvx2RowBlockReader == nullptr || instructionSetFor(nullptr) != InstructionSet::kAvx2)
+    if (kAvx2RowReaders.blocks == nullptr || instructionSetFor(nullptr) != InstructionSet::kAvx2)
         GTEST_SKIP() << "the processor has no AVX2";
-    expectWhatCharactersGive(kAvx2RowBlockReader);
+    expectWhatCharactersGive(kAvx2RowReaders.blocks);
+}
+
+// Rows of numbers with oddities here and there, in one go.
+void expectWhatRowsGive(PlainRowReader read) {
+    std::mt19937 random(19); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same texts each time
+    const std::string common = "0123456789..-  \t\t\n";
+    const std::string odd("\",eE#A/+\x01\xff\r\0N", 14);
+    for (int round = 0; round < 100000; ++round) {
+        std::string text = "1";
+        const std::size_t length = random() % 900;
+        const unsigned oddities = random() % 4;
+        while (text.size() < length)
+            text += random() % 200 < oddities ? odd[random() % odd.size()] : common[random() % common.size()];
+        PlainRows rows;
+        const char* const behind = read(text.data(), text.data() + text.size(), &rows);
+        RowsSummary fast;
+        fast.add(rows);
+        RowsSummary plain;
+        std::size_t at = 0;
+        while (text.data() + at < behind) {
+            const OutlineRow row = scanRowPlainly(text, at);
+            ASSERT_LT(row.line.last, text.size());
+            ASSERT_EQ(text[row.line.last], '\n');
+            ASSERT_TRUE(text[at] == '-' || text[at] == '.' || (text[at] >= '0' && text[at] <= '9'));
+            plain.add(row);
+            at = row.line.last + 1;
+        }
+        ASSERT_EQ(text.data() + at, behind);
+        ASSERT_TRUE(fast.count == plain.count && fast.fewestValues == plain.fewestValues &&
+                    fast.mostValues == plain.mostValues && fast.large == plain.large &&
+                    fast.strange == plain.strange && fast.special == plain.special &&
+                    fast.hasNul == plain.hasNul && fast.tooLong == plain.tooLong &&
+                    fast.hasSpace == plain.hasSpace && fast.hasSign == plain.hasSign)
+            << testing::PrintToString(text);
+    }
+}
+
+TEST(rowScan, rowsInOneGo_giveWhatCharactersGive) {
+    if (kCommonRowReaders.rows == nullptr)
+        GTEST_SKIP() << "there are no blocks for this kind of processor";
+    expectWhatRowsGive(kCommonRowReaders.rows);
+}
+
+TEST(rowScan, rowsInOneGoByAvx2_giveWhatCharactersGive) {
+    if (kAvx2RowReaders.rows == nullptr || instructionSetFor(nullptr) != InstructionSet::kAvx2)
+        GTEST_SKIP() << "the processor has no AVX2";
+    expectWhatRowsGive(kAvx2RowReaders.rows);
+}
+
+TEST(rowScan, rowsInOneGo_endBeforeWhatMayEndThem) {
+    const std::string row = "1 2 3\n";
+    const std::string rest(100, ' ');
+    for (const std::string next : {"END_DATA\n", "3ND_DATA\n", "\"a\" 2 3\n", " 1 2 3\n", "\n"}) {
+        const std::string text = row + row + next + rest;
+        PlainRows rows;
+        const char* const behind = rowReaders().rows == nullptr
+                                       ? text.data() + 2 * row.size()
+                                       : rowReaders().rows(text.data(), text.data() + text.size(), &rows);
+        EXPECT_EQ(behind - text.data(), static_cast<std::ptrdiff_t>(2 * row.size())) << next;
+    }
 }
 
 TEST(rowScan, line_isReadInBlocksWhereTheProcessorCan) {
