@@ -103,7 +103,8 @@ inline void takeGaps(std::uint64_t gaps, int length, RowState& state) {
     }
     state.run += static_cast<std::size_t>(trailingZeros(gaps));
     state.longest = state.run > state.longest ? state.run : state.longest;
-    state.run = static_cast<std::size_t>(length - kBlock + __builtin_clzll(gaps));
+    const int trailing = length - kBlock + __builtin_clzll(gaps);
+    state.run = static_cast<std::size_t>(trailing);
 }
 
 [[maybe_unused]] const char* readRowBlocks(const char* at, const char* end, RowState* place) {
