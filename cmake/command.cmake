@@ -5,13 +5,6 @@ endif()
 find_package(CLI11 REQUIRED)
 find_package(nlohmann_json REQUIRED)
 
-# Comparing charts, above the kernel.
-file(GLOB qxcmsQcSources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/qc/*.cpp)
-add_library(qxcms_qc STATIC ${qxcmsQcSources} $<TARGET_OBJECTS:qxcms_base>)
-qxcms_library_properties(qxcms_qc)
-target_include_directories(qxcms_qc PUBLIC ${PROJECT_SOURCE_DIR})
-target_link_libraries(qxcms_qc PUBLIC qxcms PRIVATE qxcms_library_flags)
-
 # What stands behind main, as a library, so that tests reach it.
 file(GLOB_RECURSE qxcmsCommandSources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/qxcms/*.cpp)
 list(REMOVE_ITEM qxcmsCommandSources ${PROJECT_SOURCE_DIR}/tools/qxcms/main.cpp)

@@ -1,8 +1,11 @@
-# What qxcms.h includes is public, every other header is internal.
-set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/qxcms.h)
-file(STRINGS ${PROJECT_SOURCE_DIR}/qxcms.h qxcmsPublicHeaders REGEX "^#include \"")
-list(TRANSFORM qxcmsPublicHeaders REPLACE "^#include \"([^\"]+)\"$" "\\1")
-list(APPEND qxcmsPublicHeaders qxcms.h)
+# What qxcms.h and qc/qc.h include is public, every other header is internal.
+set(qxcmsPublicHeaders qxcms.h qc/qc.h)
+foreach(list IN LISTS qxcmsPublicHeaders)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${list})
+    file(STRINGS ${PROJECT_SOURCE_DIR}/${list} headers REGEX "^#include \"")
+    list(TRANSFORM headers REPLACE "^#include \"([^\"]+)\"$" "\\1")
+    list(APPEND qxcmsPublicHeaders ${headers})
+endforeach()
 
 # <spectral/tspectrum.h> and <qxcms/spectral/tspectrum.h> are the same header, here and once installed.
 set(qxcmsForwards ${PROJECT_BINARY_DIR}/include)
@@ -153,6 +156,16 @@ else()
     target_link_libraries(qxcms PRIVATE ${CMAKE_DL_LIBS})
 endif()
 add_library(qxcms::qxcms ALIAS qxcms)
+
+# Comparing charts, above the kernel. An archive in either build: its interface is of standard library types.
+file(GLOB qxcmsQcSources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/qc/*.cpp)
+add_library(qxcms_qc STATIC ${qxcmsQcSources} $<TARGET_OBJECTS:qxcms_base>)
+qxcms_library_properties(qxcms_qc)
+set_target_properties(qxcms_qc PROPERTIES EXPORT_NAME qc)
+target_include_directories(qxcms_qc PUBLIC ${qxcmsIncludes})
+target_compile_features(qxcms_qc PUBLIC cxx_std_17)
+target_link_libraries(qxcms_qc PUBLIC qxcms PRIVATE $<BUILD_INTERFACE:qxcms_library_flags>)
+add_library(qxcms::qc ALIAS qxcms_qc)
 
 # The data stand beside the libraries as they do once installed.
 add_custom_target(qxcms_data ALL

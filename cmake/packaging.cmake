@@ -9,7 +9,7 @@ set(qxcmsPkgConfigDir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 # Not ${CMAKE_INSTALL_DATADIR}: this is where the library looks, from its own place upwards.
 set(qxcmsDataDir share/qxcms)
 
-install(TARGETS qxcms qxcms_platform EXPORT qxcmsTargets
+install(TARGETS qxcms qxcms_platform qxcms_qc EXPORT qxcmsTargets
     LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
     ARCHIVE COMPONENT development)
 if(QXCMS_BUILD_COMMAND)

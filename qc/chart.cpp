@@ -16,6 +16,18 @@ constexpr const char* kEndOfData = "END_DATA";
 
 } // namespace
 
+std::vector<Finding> scaleFindings(const std::string& name, const std::vector<TCgatsLiberty>& liberties) {
+    std::vector<Finding> findings;
+    for (const TCgatsLiberty& liberty : liberties) {
+        const bool isXyz = liberty.kind == TCgatsLiberty::kXyzScale;
+        if (isXyz || liberty.kind == TCgatsLiberty::kSpectralScale)
+            findings.push_back({Finding::Severity::note,
+                                isXyz ? Finding::Kind::xyzScale : Finding::Kind::spectralScale,
+                                printable(name) + ": " + printable(liberty.done)});
+    }
+    return findings;
+}
+
 std::string placeOf(const Chart& chart, int row) {
     return printable(chart.name) + ": row " + std::to_string(row + 1);
 }

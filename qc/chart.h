@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "cgats/tcgats.h"
+#include "cgats/tcgatsnormalizer.h"
+#include "qc/finding.h"
 
 namespace qxcms::qc {
 
@@ -16,6 +18,7 @@ struct DoubtfulValue {
     int row;
     int column;
     std::string text;
+    int others = 0; ///< further ones in the column
 };
 
 /// One data table of a document that was read without error.
@@ -24,12 +27,18 @@ struct Chart {
     const TCgats* document;                 ///< not owned
     int table;                              ///< counted from 0
     std::vector<DoubtfulValue> doubts = {}; ///< of the table, the first of each column that has some
+    /// What is to be known from reading it, such as a scale that was changed.
+    std::vector<Finding> findings = {};
 
     const TCgatsTable& data() const { return *document->GetTable(table); }
     const TCgatsTableHeader& header() const { return *data().GetHeader(); }
     int rows() const { return document->GetNrSamples(table); }
     const char* columnName(int column) const { return header().GetField(column)->GetName(); }
 };
+
+/// Of what was done to read a file, what changed the scale of its values.
+/// @param name of the file.
+std::vector<Finding> scaleFindings(const std::string& name, const std::vector<TCgatsLiberty>& liberties);
 
 /// "file: row 3", the row being counted from 0 in the argument and from 1 in the text.
 std::string placeOf(const Chart& chart, int row);

@@ -2,7 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
+#include "base/number_text.h"
+#include "qc/chart_kind.h"
+#include "qc/conditions.h"
+#include "qc/illuminants.h"
+#include "qc/observers.h"
+#include "qc/plausibility.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
 
@@ -10,8 +17,20 @@ namespace qxcms::qc {
 
 namespace {
 
+// Another way of pairing is told where it brings the median difference below this part of what it is.
+constexpr double kMuchSmaller = 0.5;
+
 Side describe(const Chart& chart, ColorSource source) {
-    Side side{chart.name, chart.document->GetNrTables(), chart.rows(), source, false, 0, 0, 0};
+    Side side{chart.name,
+              chart.document->GetNrTables(),
+              chart.table + 1,
+              chart.rows(),
+              source,
+              false,
+              0,
+              0,
+              0,
+              conditionsOf(*chart.document, chart.table)};
     if (source != ColorSource::spectra)
         return side;
     std::vector<int> wavelengths(static_cast<std::size_t>(chart.header().GetNrWaveLengths()));
@@ -23,27 +42,20 @@ Side describe(const Chart& chart, ColorSource source) {
     return side;
 }
 
-// The identifier of the measured side, else that of the reference, else the row number.
-std::string patchName(const Chart& measured, const Chart& reference, int row) {
-    for (const Chart* chart : {&measured, &reference}) {
-        const int column = identifierColumn(*chart);
-        std::string name = column >= 0 ? fieldText(*chart, row, column) : std::string();
-        if (!name.empty())
-            return name;
-    }
-    return std::to_string(row + 1);
+// The identifier of the measured row, else that of its reference, else the row number.
+std::string patchName(const Chart& measured, const Chart& reference, const RowPair& pair) {
+    const auto nameIn = [](const Chart& chart, int row) {
+        const int column = identifierColumn(chart);
+        return column >= 0 ? fieldText(chart, row, column) : std::string();
+    };
+    std::string name = nameIn(measured, pair.measured);
+    if (name.empty())
+        name = nameIn(reference, pair.reference.front());
+    return name.empty() ? std::to_string(pair.measured + 1) : name;
 }
 
-// Says nothing twice: both sides may be one file.
-void append(std::vector<std::string>& all, const std::vector<std::string>& more) {
-    for (const std::string& text : more) {
-        if (std::find(all.begin(), all.end(), text) == all.end())
-            all.push_back(text);
-    }
-}
-
-// Tells of the doubtful values of a chart whose compared columns hold none.
-std::vector<std::string> remarksOnDoubts(const Chart& chart) {
+// The doubtful values of a chart whose compared columns hold none.
+std::vector<Finding> doubtsOf(const Chart& chart) {
     if (chart.doubts.empty())
         return {};
     const DoubtfulValue& first = chart.doubts.front();
@@ -53,13 +65,232 @@ std::vector<std::string> remarksOnDoubts(const Chart& chart) {
     if (others > 0)
         text += ", nor " + (others == 1 ? "is another one" : "are " + std::to_string(others) + " others") +
                 " with such values";
-    return {text};
+    return {{Finding::Severity::note, Finding::Kind::doubtfulValues, text}};
 }
 
-std::string placeInBoth(const Chart& measured, const Chart& reference, int row) {
-    return "row " + std::to_string(row + 1) + " of " + printable(measured.name) + " and " +
-           printable(reference.name);
+Lab meanOf(const std::vector<Lab>& labs, const std::vector<int>& rows) {
+    if (rows.size() == 1)
+        return labs[static_cast<std::size_t>(rows.front())];
+    Lab mean{};
+    for (const int row : rows)
+        for (std::size_t i = 0; i < mean.size(); ++i)
+            mean[i] += labs[static_cast<std::size_t>(row)][i] / static_cast<double>(rows.size());
+    return mean;
 }
+
+std::optional<std::string> canonical(const std::optional<std::string>& name,
+                                     std::string (*make)(const std::string&)) {
+    return name ? std::optional<std::string>(make(*name)) : std::nullopt;
+}
+
+/// Makes one comparison.
+class Comparing {
+public:
+    Comparing(const Chart& one, const Chart& other, const ComparisonOptions& asked)
+        : measured(one), reference(other), options(asked) {}
+
+    Comparison run() {
+        result.formula = findFormula(options.formula);
+        requireChart(measured);
+        requireChart(reference);
+        const ColorSource measuredSource = colorSource(measured, options.measuredAs);
+        const ColorSource referenceSource = colorSource(reference, options.referenceAs);
+        result.measured = describe(measured, measuredSource);
+        result.reference = describe(reference, referenceSource);
+        requireNumbers(measured, columnsOf(measured, measuredSource));
+        requireNumbers(reference, columnsOf(reference, referenceSource));
+        chooseConditionsOfBoth();
+        samples = labOf(measured, result.measured);
+        standards = labOf(reference, result.reference);
+        result.pairing = pairRows(measured, reference, options.pair);
+        makePatches();
+        result.statistics = statistics(result.differences());
+        tellRest();
+        return std::move(result);
+    }
+
+private:
+    void chooseConditionsOfBoth() {
+        checkAskedNames();
+        result.conditions =
+            chooseConditions({measured.name, result.measured.source, result.measured.conditions},
+                             {reference.name, result.reference.source, result.reference.conditions},
+                             canonical(options.illuminant, shortIlluminant),
+                             canonical(options.observer, canonicalObserver), options.force);
+        tell(result.conditions.findings);
+        makeWeighting();
+    }
+
+    // Names that nobody knows are refused also where nothing has to be computed for them.
+    void checkAskedNames() {
+        if (options.illuminant)
+            illuminants.find(*options.illuminant);
+        if (options.observer)
+            findObserver(*options.observer);
+    }
+
+    // Lab needs none, so that it may hold for conditions that are not known here; neither is XYZ beside it
+    // looked at then.
+    void makeWeighting() {
+        const bool isNeeded =
+            result.measured.source != ColorSource::lab || result.reference.source != ColorSource::lab;
+        try {
+            weighting = std::make_unique<Conditions>(*illuminants.find(result.conditions.illuminant.value),
+                                                     findObserver(result.conditions.observer.value));
+        } catch (const Refusal& refusal) {
+            if (isNeeded)
+                throw;
+        }
+    }
+
+    std::vector<Lab> labOf(const Chart& chart, const Side& side) {
+        std::vector<Lab> lab = labRows(chart, side.source, weighting.get());
+        if (side.source == ColorSource::spectra)
+            result.spectralWhite = weighting->white();
+        if (side.source == ColorSource::xyz)
+            result.xyzWhite = weighting->publishedWhite();
+        const bool hasXyzBesideLab = side.source == ColorSource::lab && holds(chart, ColorSource::xyz);
+        const std::vector<Lab> fromXyz = hasXyzBesideLab && weighting && isOfChosenConditions(side)
+                                             ? labOfXyzBeside(chart)
+                                             : std::vector<Lab>();
+        tell(findingsOnKind(chart));
+        tell(chart.findings);
+        tell(implausibilities(chart, side.source, side.conditions, lab, fromXyz));
+        return lab;
+    }
+
+    // Compared by force, a side may declare others; the chosen white is not that of its XYZ then.
+    bool isOfChosenConditions(const Side& side) const {
+        const auto isChosen = [](const Condition& own, const ChosenCondition& chosen) {
+            return !own.isDeclared() || own.value == chosen.value;
+        };
+        return isChosen(side.conditions.illuminant, result.conditions.illuminant) &&
+               isChosen(side.conditions.observer, result.conditions.observer);
+    }
+
+    // Empty where the XYZ cannot be used, which is no matter for the Lab beside it.
+    std::vector<Lab> labOfXyzBeside(const Chart& chart) const {
+        try {
+            requireNumbers(chart, columnsOf(chart, ColorSource::xyz));
+            return labRows(chart, ColorSource::xyz, weighting.get());
+        } catch (const Refusal&) {
+            return {};
+        }
+    }
+
+    void makePatches() {
+        for (const RowPair& pair : result.pairing.pairs) {
+            const Lab& sample = samples[static_cast<std::size_t>(pair.measured)];
+            const Lab standard = meanOf(standards, pair.reference);
+            const Difference parts = difference(sample, standard, result.formula.number);
+            if (!std::isfinite(parts.total))
+                throw Refusal(
+                    Refusal::Kind::unreadable,
+                    placeOf(measured, pair.measured) + " and " + placeOf(reference, pair.reference.front()) +
+                        ": the two Lab values are too large, or too far apart, to give a difference");
+            result.patches.push_back({pair.measured + 1, pair.reference.front() + 1,
+                                      static_cast<int>(pair.reference.size()),
+                                      patchName(measured, reference, pair), sample, standard, parts});
+        }
+    }
+
+    void tellRest() {
+        tell(result.pairing.findings);
+        tellOtherPairings();
+        tellExchangedAxes();
+        tell(doubtsOf(measured));
+        tell(doubtsOf(reference));
+        if (result.formula.remark != nullptr)
+            result.findings.push_back(
+                {Finding::Severity::note, Finding::Kind::formula, result.formula.remark});
+        std::stable_partition(result.findings.begin(), result.findings.end(), [](const Finding& finding) {
+            return finding.severity == Finding::Severity::warning;
+        });
+    }
+
+    void tellOtherPairings() {
+        for (const PairRule rule : possibleRules(measured, reference)) {
+            if (rule == result.pairing.rule)
+                continue;
+            const double median = medianUnder(rule);
+            if (median < result.statistics.median * kMuchSmaller)
+                result.findings.push_back({Finding::Severity::warning, Finding::Kind::otherPairing,
+                                           "paired " + wordsFor(rule) + " the median difference would be " +
+                                               detail::generalText(median, 3) + " instead of " +
+                                               detail::generalText(result.statistics.median, 3) +
+                                               ", so that the rows may belong together in that way"});
+        }
+    }
+
+    double medianUnder(PairRule rule) const {
+        const Pairing pairing = pairRows(measured, reference, choiceOf(rule));
+        std::vector<double> totals;
+        for (const RowPair& pair : pairing.pairs)
+            totals.push_back(difference(samples[static_cast<std::size_t>(pair.measured)],
+                                        meanOf(standards, pair.reference), result.formula.number)
+                                 .total);
+        return statistics(totals).median;
+    }
+
+    // As in otherwise equal charts of which one was written with a* and b* exchanged.
+    void tellExchangedAxes() {
+        std::vector<double> totals;
+        for (const Patch& patch : result.patches) {
+            const Lab exchanged = {patch.measured[0], patch.measured[2], patch.measured[1]};
+            totals.push_back(difference(exchanged, patch.reference, result.formula.number).total);
+        }
+        const double median = statistics(totals).median;
+        if (median < result.statistics.median * kMuchSmaller)
+            result.findings.push_back(
+                {Finding::Severity::warning, Finding::Kind::exchangedAxes,
+                 "with a* and b* of one side exchanged the median difference would be " +
+                     detail::generalText(median, 3) + " instead of " +
+                     detail::generalText(result.statistics.median, 3) +
+                     "; check which side has its columns exchanged"});
+    }
+
+    static PairChoice choiceOf(PairRule rule) {
+        switch (rule) {
+        case PairRule::deviceValues:
+            return PairChoice::deviceValues;
+        case PairRule::identifiers:
+            return PairChoice::identifiers;
+        case PairRule::order:
+            break;
+        }
+        return PairChoice::order;
+    }
+
+    static std::string wordsFor(PairRule rule) {
+        switch (rule) {
+        case PairRule::deviceValues:
+            return "by device values (--pair device)";
+        case PairRule::identifiers:
+            return "by identifiers (--pair id)";
+        case PairRule::order:
+            break;
+        }
+        return "in their order (--pair order)";
+    }
+
+    // Says nothing twice: both sides may be one file.
+    void tell(const std::vector<Finding>& findings) {
+        for (const Finding& finding : findings) {
+            const auto isSame = [&](const Finding& told) { return told.text == finding.text; };
+            if (std::none_of(result.findings.begin(), result.findings.end(), isSame))
+                result.findings.push_back(finding);
+        }
+    }
+
+    const Chart& measured;
+    const Chart& reference;
+    const ComparisonOptions& options;
+    const Illuminants illuminants;
+    std::unique_ptr<Conditions> weighting; // null where nothing is computed
+    std::vector<Lab> samples;
+    std::vector<Lab> standards;
+    Comparison result;
+};
 
 } // namespace
 
@@ -70,38 +301,12 @@ std::vector<double> Comparison::differences() const {
     return totals;
 }
 
-Comparison compare(const Chart& measured, const Chart& reference, const Conditions& conditions,
-                   const ComparisonOptions& options) {
-    const ColorSource measuredSource = colorSource(measured, options.measuredAs);
-    const ColorSource referenceSource = colorSource(reference, options.referenceAs);
-    Comparison result;
-    result.measured = describe(measured, measuredSource);
-    result.reference = describe(reference, referenceSource);
-    requireNumbers(measured, columnsOf(measured, measuredSource));
-    requireNumbers(reference, columnsOf(reference, referenceSource));
-    result.pairing = pairRows(measured, reference, options.pair);
-    const LabRows samples = labRows(measured, measuredSource, conditions);
-    const LabRows standards = labRows(reference, referenceSource, conditions);
-    for (int row = 0; row < measured.rows(); ++row) {
-        const auto index = static_cast<std::size_t>(row);
-        const Lab& sample = samples.rows[index];
-        const Lab& standard = standards.rows[index];
-        const Difference parts = difference(sample, standard, conditions.formula().number);
-        if (!std::isfinite(parts.total))
-            throw Refusal(Refusal::Kind::unreadable,
-                          placeInBoth(measured, reference, row) +
-                              ": the two Lab values are too large, or too far apart, to give a difference");
-        result.patches.push_back({row + 1, patchName(measured, reference, row), sample, standard, parts});
+Result<Comparison> compare(const Chart& measured, const Chart& reference, const ComparisonOptions& options) {
+    try {
+        return Comparing(measured, reference, options).run();
+    } catch (const Refusal& refusal) {
+        return refusal;
     }
-    result.statistics = statistics(result.differences());
-    append(result.remarks, result.pairing.remarks);
-    append(result.remarks, samples.remarks);
-    append(result.remarks, standards.remarks);
-    append(result.remarks, remarksOnDoubts(measured));
-    append(result.remarks, remarksOnDoubts(reference));
-    if (conditions.formula().remark != nullptr)
-        result.remarks.emplace_back(conditions.formula().remark);
-    return result;
 }
 
 } // namespace qxcms::qc

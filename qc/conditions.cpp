@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "qc/illuminants.h"
 #include "qc/printable_text.h"
+#include "qc/published_whites.h"
 #include "qc/refusal.h"
 
 namespace qxcms::qc {
@@ -25,10 +27,12 @@ bool isWhite(const std::array<double, 3>& xyz) {
 
 } // namespace
 
-Conditions::Conditions(const TIlluminant& illuminant, const TObserver& observer, const Formula& formula)
-    : illuminantName(illuminant.GetName()), observerName(observer.GetName()), chosenFormula(formula),
+Conditions::Conditions(const TIlluminant& illuminant, const TObserver& observer)
+    : illuminantName(illuminant.GetName()), observerName(observer.GetName()),
       weighting(&illuminant, &observer, TIlluminantAndObserver::kMaxPoints), whiteXyz(whiteOf(weighting)),
-      space(whiteXyz.data()) {
+      publishedXyz(qc::publishedWhite(shortIlluminant(illuminantName), observer.GetNumber() == kTenDegree)
+                       .value_or(whiteXyz)),
+      spectralSpace(whiteXyz.data()), publishedSpace(publishedXyz.data()) {
     if (weighting.IlluminantNeedsASTM308Tables(nullptr) == 1 && observer.GetNumber() == kTenDegree)
         throw Refusal(
             Refusal::Kind::usage,
@@ -42,12 +46,14 @@ Conditions::Conditions(const TIlluminant& illuminant, const TObserver& observer,
 Lab Conditions::labOf(const TSpectrum& spectrum) const {
     std::array<double, 3> xyz;
     weighting.GetXYZ(&spectrum, xyz.data(), TIlluminantAndObserver::kMaxPoints);
-    return labOf(xyz);
+    Lab lab;
+    spectralSpace.XYZToLab(xyz.data(), lab.data());
+    return lab;
 }
 
 Lab Conditions::labOf(const std::array<double, 3>& xyz) const {
     Lab lab;
-    space.XYZToLab(xyz.data(), lab.data());
+    publishedSpace.XYZToLab(xyz.data(), lab.data());
     return lab;
 }
 

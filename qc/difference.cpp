@@ -3,6 +3,8 @@
 #include <cmath>
 
 #include "colorspace/tlabspace.h"
+#include "qc/ciede2000.h"
+#include "qc/formulas.h"
 
 namespace qxcms::qc {
 
@@ -22,19 +24,34 @@ double chroma(const Lab& lab) {
     return std::sqrt(lab[1] * lab[1] + lab[2] * lab[2]);
 }
 
+double totalDifference(const Lab& sample, const Lab& standard, int formula) {
+    if (formula == kCiede2000)
+        return ciede2000(sample, standard);
+    const double square = TLabSpace::CalcSquareDeltaEConvertedStatic(sample.data(), standard.data(), formula);
+    // The hue term inside a formula may leave the square slightly below 0.
+    return square < 0.0 ? 0.0 : std::sqrt(square);
+}
+
 } // namespace
 
 Difference difference(const Lab& sample, const Lab& standard, int formula) {
-    const double square = TLabSpace::CalcSquareDeltaEConvertedStatic(sample.data(), standard.data(), formula);
     Difference result;
     result.lightness = sample[0] - standard[0];
     result.a = sample[1] - standard[1];
     result.b = sample[2] - standard[2];
     result.chroma = chroma(sample) - chroma(standard);
     result.hue = hueDifference(sample, standard);
-    // The hue term inside a formula may leave the square slightly below 0 as well.
-    result.total = square < 0.0 ? 0.0 : std::sqrt(square);
+    result.chromaticness = std::sqrt(result.a * result.a + result.b * result.b);
+    result.total = totalDifference(sample, standard, formula);
     return result;
+}
+
+std::vector<Difference> differences(Span<const Lab> samples, Span<const Lab> standards, int formula) {
+    std::vector<Difference> all;
+    all.reserve(samples.size());
+    for (std::size_t i = 0; i < samples.size(); ++i)
+        all.push_back(difference(samples[i], standards[i], formula));
+    return all;
 }
 
 } // namespace qxcms::qc

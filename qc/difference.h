@@ -3,6 +3,9 @@
 #pragma once
 
 #include <array>
+#include <vector>
+
+#include "qc/span.h"
 
 namespace qxcms::qc {
 
@@ -16,10 +19,16 @@ struct Difference {
     double b;         ///< db*
     double chroma;    ///< dC*
     double hue;       ///< dH*, positive when the sample's hue angle lies counter-clockwise of the standard's
-    double total;     ///< by the formula
+    double
+        chromaticness; ///< dCh = sqrt(da*^2 + db*^2), without a sign, as for the grey balance in ISO 12647-2
+    double total;      ///< by the formula
 };
 
-/// @param formula the number of a difference function of TLabSpace.
+/// @param formula kCiede2000 or the number of a difference function of TLabSpace (see formulas.h).
 Difference difference(const Lab& sample, const Lab& standard, int formula);
+
+/// The differences of as many samples from their standards.
+/// @param samples, standards of equal size.
+std::vector<Difference> differences(Span<const Lab> samples, Span<const Lab> standards, int formula);
 
 } // namespace qxcms::qc

@@ -6,6 +6,7 @@
 
 #include "platform/logical_names.h"
 #include "platform/utility.h"
+#include "qc/nearest_names.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
 
@@ -62,14 +63,17 @@ Illuminants::Illuminants() : registry(TIlluminantFactory::New()) {
 Illuminants::~Illuminants() = default;
 
 TIlluminant* Illuminants::find(const std::string& name) const {
-    if (TIlluminant* illuminant = registry->GetIlluminant(name.c_str()))
-        return illuminant;
-    const bool inFamily = strncmp_ci(name.c_str(), kFamily.data(), static_cast<int>(kFamily.size())) == 0;
-    const std::string other = inFamily ? name.substr(kFamily.size()) : std::string(kFamily) + name;
-    if (TIlluminant* illuminant = registry->GetIlluminant(other.c_str()))
-        return illuminant;
-    throw Refusal(Refusal::Kind::usage, "unknown illuminant " + quoted(name) + "; known are " +
-                                            joined(names(), ", ") + " (\"CIE Illuminant\" may be left out)");
+    const std::string brief = shortIlluminant(name);
+    std::vector<std::string> known = names();
+    for (std::string& one : known) {
+        // The registry would report a name that it does not know.
+        if (shortIlluminant(one) == brief)
+            return registry->GetIlluminant(one.c_str());
+        one = shortIlluminant(one);
+    }
+    throw Refusal(Refusal::Kind::usage, unknownName("illuminant", name, brief, known) + "; known are " +
+                                            joined(known, ", ") +
+                                            " (with or without \"CIE Illuminant\" before them)");
 }
 
 std::vector<std::string> Illuminants::names() const {
@@ -82,6 +86,15 @@ std::vector<std::string> Illuminants::names() const {
     }
     std::sort(result.begin(), result.end(), naturallyBefore);
     return result;
+}
+
+std::string shortIlluminant(const std::string& name) {
+    const bool inFamily = strncmp_ci(name.c_str(), kFamily.data(), static_cast<int>(kFamily.size())) == 0;
+    std::string brief = inFamily ? name.substr(kFamily.size()) : name;
+    std::transform(brief.begin(), brief.end(), brief.begin(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+    const bool isLongLamp = brief.size() > 2 && brief.compare(0, 2, "FL") == 0 && isDigit(brief[2]);
+    return isLongLamp ? "F" + brief.substr(2) : brief;
 }
 
 } // namespace qxcms::qc

@@ -24,8 +24,8 @@ public:
     ~Illuminants();
 
     /// The illuminant of that name, ignoring case; "CIE Illuminant " may be left out, or put before a name
-    /// that goes without. Valid as long as this object.
-    /// @throws Refusal (usage) that lists the known ones.
+    /// that goes without, and FL11 stands for F11. Valid as long as this object.
+    /// @throws Refusal (usage) that names the nearest known ones and lists all.
     TIlluminant* find(const std::string& name) const;
 
     /// The names in their natural order, F2 before F10.
@@ -38,5 +38,9 @@ private:
 
     std::unique_ptr<TIlluminantFactoryHolder, Release> registry;
 };
+
+/// A name in its short form: "CIE Illuminant D50", "d50" and "D50" are D50, "FL11" is F11. Texts of other
+/// names stay, without "CIE Illuminant ".
+std::string shortIlluminant(const std::string& name);
 
 } // namespace qxcms::qc

@@ -6,6 +6,7 @@
 #include <new>
 
 #include "base/number_text.h"
+#include "qc/conditions.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
 #include "spectral/tspectrum.h"
@@ -49,95 +50,65 @@ std::vector<int> wavelengthsOf(const Chart& chart) {
     return wavelengths;
 }
 
-// Fluorescence lifts a reflectance factor above 1, but not this far.
-constexpr double kLargestFraction = 2.0;
-
-// What a spectrum must cover to say much about its colour.
-constexpr int kFirstNeededNm = 400;
-constexpr int kLastNeededNm = 700;
-
-// Tristimulus values whose white has Y = 1 stay below this.
+// Tristimulus values whose white has Y = 1 stay below this, and XYZ of 0 to 100 of anything that is compared
+// rises above it.
 constexpr double kLargestUnitY = 2.0;
+constexpr double kUnitScale = 100.0;
 
-std::string onCoverage(const Chart& chart, const std::vector<int>& wavelengths) {
-    return printable(chart.name) + ": the bands reach from " + std::to_string(wavelengths.front()) + " to " +
-           std::to_string(wavelengths.back()) +
-           " nm and do not cover 400 to 700 nm; the values outside are held constant, which can change the "
-           "colours";
-}
-
-std::string onScale(const Chart& chart, int row) {
-    return placeOf(chart, row) +
-           " holds spectral values above 2, but the table was read as fractions, as none of its first five "
-           "rows, which alone decide, holds a value above 10; if it is in percent, move a light patch to the "
-           "top, else check its scale";
-}
-
-void readSpectra(const Chart& chart, const Conditions& conditions, LabRows& result) {
+void readSpectra(const Chart& chart, const Conditions& conditions, std::vector<Lab>& rows) {
     const std::vector<int> wavelengths = wavelengthsOf(chart);
     requireSpectrum(chart, wavelengths);
     const std::vector<double> nanometres(wavelengths.begin(), wavelengths.end());
     const std::int32_t* columns = chart.header().GetSpectralColumns();
     const int bands = static_cast<int>(wavelengths.size());
     std::vector<double> values(wavelengths.size());
-    int firstLargeRow = -1;
     for (int row = 0; row < chart.rows(); ++row) {
         chart.document->GetSpectrum(chart.table, row, values.data());
         requireFinite(chart, row, values.data(), columns, bands);
-        if (firstLargeRow < 0 && *std::max_element(values.begin(), values.end()) > kLargestFraction)
-            firstLargeRow = row;
         const TSpectrum spectrum(nanometres.data(), bands, values.data());
         if (spectrum.GetStatus() != 0)
             throw std::bad_alloc();
-        result.rows.push_back(conditions.labOf(spectrum));
-        requireFiniteLab(chart, row, result.rows.back(), columns);
+        rows.push_back(conditions.labOf(spectrum));
+        requireFiniteLab(chart, row, rows.back(), columns);
     }
-    if (firstLargeRow >= 0 && !chart.data().IsSpectralPercent())
-        result.remarks.push_back(onScale(chart, firstLargeRow));
-    if (wavelengths.front() > kFirstNeededNm || wavelengths.back() < kLastNeededNm)
-        result.remarks.push_back(onCoverage(chart, wavelengths));
 }
 
-void readLab(const Chart& chart, LabRows& result) {
+void readLab(const Chart& chart, std::vector<Lab>& rows) {
     const std::int32_t* columns = chart.header().GetLabColumns();
     for (int row = 0; row < chart.rows(); ++row) {
         Lab lab;
         chart.document->GetLab(chart.table, row, lab.data());
         requireFinite(chart, row, lab.data(), columns, 3);
-        result.rows.push_back(lab);
+        rows.push_back(lab);
     }
 }
 
-void readXyz(const Chart& chart, const Conditions& conditions, LabRows& result) {
+double largestY(const Chart& chart) {
+    double largest = 0.0;
+    for (int row = 0; row < chart.rows(); ++row) {
+        std::array<double, 3> xyz;
+        chart.document->GetXyz(chart.table, row, xyz.data());
+        largest = std::max(largest, xyz[1]);
+    }
+    return largest;
+}
+
+void readXyz(const Chart& chart, const Conditions& conditions, std::vector<Lab>& rows) {
     const std::int32_t* columns = chart.header().GetXyzColumns();
-    double largestY = 0.0;
+    const double largest = largestY(chart);
+    const double scale = largest < kLargestUnitY ? kUnitScale : 1.0;
     for (int row = 0; row < chart.rows(); ++row) {
         std::array<double, 3> xyz;
         chart.document->GetXyz(chart.table, row, xyz.data());
         requireFinite(chart, row, xyz.data(), columns, 3);
-        largestY = std::max(largestY, xyz[1]);
-        result.rows.push_back(conditions.labOf(xyz));
-        requireFiniteLab(chart, row, result.rows.back(), columns);
+        for (double& value : xyz)
+            value *= scale;
+        rows.push_back(conditions.labOf(xyz));
+        requireFiniteLab(chart, row, rows.back(), columns);
     }
-    if (largestY < kLargestUnitY)
-        result.remarks.push_back(printable(chart.name) + ": the largest Y is " +
-                                 detail::generalText(largestY, 3) +
-                                 "; XYZ is expected on the scale where white has Y = 100");
 }
 
 constexpr ColorSource kSources[] = {ColorSource::spectra, ColorSource::lab, ColorSource::xyz};
-
-bool holds(const Chart& chart, ColorSource source) {
-    switch (source) {
-    case ColorSource::spectra:
-        return chart.document->ContainsWaveLengths(chart.table);
-    case ColorSource::lab:
-        return chart.document->ContainsLab(chart.table);
-    case ColorSource::xyz:
-        return chart.document->ContainsXyz(chart.table);
-    }
-    return false;
-}
 
 const char* wordsFor(ColorSource source) {
     switch (source) {
@@ -188,6 +159,18 @@ std::string sourcesOf(const Chart& chart) {
 
 } // namespace
 
+bool holds(const Chart& chart, ColorSource source) {
+    switch (source) {
+    case ColorSource::spectra:
+        return chart.document->ContainsWaveLengths(chart.table);
+    case ColorSource::lab:
+        return chart.document->ContainsLab(chart.table);
+    case ColorSource::xyz:
+        return chart.document->ContainsXyz(chart.table);
+    }
+    return false;
+}
+
 const char* nameOf(ColorSource source) {
     switch (source) {
     case ColorSource::spectra:
@@ -225,17 +208,17 @@ std::vector<std::int32_t> columnsOf(const Chart& chart, ColorSource source) {
     return {};
 }
 
-LabRows labRows(const Chart& chart, ColorSource source, const Conditions& conditions) {
-    LabRows result;
+std::vector<Lab> labRows(const Chart& chart, ColorSource source, const Conditions* conditions) {
+    std::vector<Lab> result;
     switch (source) {
     case ColorSource::spectra:
-        readSpectra(chart, conditions, result);
+        readSpectra(chart, *conditions, result);
         break;
     case ColorSource::lab:
         readLab(chart, result);
         break;
     case ColorSource::xyz:
-        readXyz(chart, conditions, result);
+        readXyz(chart, *conditions, result);
         break;
     }
     return result;

@@ -8,37 +8,36 @@
 #include <vector>
 
 #include "qc/chart.h"
-#include "qc/conditions.h"
 #include "qc/difference.h"
 
 namespace qxcms::qc {
+
+class Conditions;
 
 /// The columns that Lab values are taken from.
 enum class ColorSource {
     spectra, ///< integrated under the conditions
     lab,     ///< as they stand
-    xyz      ///< as they stand, converted on the white of the conditions
+    xyz      ///< converted on the published white of the conditions; 0 to 1 is brought to 0 to 100
 };
 
 /// "spectra", "lab" or "xyz".
 const char* nameOf(ColorSource source);
 
-struct LabRows {
-    std::vector<Lab> rows;
-    /// What a reader of the numbers must know.
-    std::vector<std::string> remarks;
-};
-
 /// The source that `wanted` names, else the first that the chart has: spectra, Lab, XYZ.
 /// @throws Refusal (notComparable) when the chart does not hold it.
 ColorSource colorSource(const Chart& chart, std::optional<ColorSource> wanted);
+
+/// Whether the chart holds it.
+bool holds(const Chart& chart, ColorSource source);
 
 /// The columns that hold it, in the order of the header's column arrays.
 std::vector<std::int32_t> columnsOf(const Chart& chart, ColorSource source);
 
 /// Lab of every row.
+/// @param conditions not null for spectra and XYZ.
 /// @throws Refusal (unreadable) for a spectrum that cannot be set (two samples at one wavelength, more than
 /// 1024 of them) and for any value that is not finite, with row and column.
-LabRows labRows(const Chart& chart, ColorSource source, const Conditions& conditions);
+std::vector<Lab> labRows(const Chart& chart, ColorSource source, const Conditions* conditions);
 
 } // namespace qxcms::qc

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
+#include <optional>
+#include <utility>
 
-#include "base/number_text.h"
-#include "platform/utility.h"
+#include "qc/count_text.h"
+#include "qc/device_pairing.h"
+#include "qc/identifier_pairing.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
 
@@ -13,215 +15,165 @@ namespace qxcms::qc {
 
 namespace {
 
-// In the order in which they are looked for.
-constexpr const char* kIdentifiers[] = {"SampleID", "SAMPLE_ID", "SAMPLE_NAME"};
-
 // Room for any value as text: 127 characters of a string, 320 of a number.
 constexpr std::size_t kFieldTextSize = 512;
 
-constexpr const char* kRemedy = "--pair order pairs the rows in their order all the same";
+using Channels = std::optional<DeviceChannels>;
 
-// What the charts say about their rows belonging together.
-struct Evidence {
-    enum class Verdict { missing, differs, agrees };
-    Verdict verdict;
-    std::string words; // why it does not agree; empty where it does
-};
+constexpr const char* kNoSharedChannels = "the files do not hold the same device values (CMYK, PC, n-colour, "
+                                          "SPOT or RGB columns, every channel once)";
 
-Evidence missing(const std::string& words) {
-    return {Evidence::Verdict::missing, words};
+Refusal notComparable(const std::string& message) {
+    return Refusal(Refusal::Kind::notComparable, message);
 }
 
-Evidence differs(const std::string& words) {
-    return {Evidence::Verdict::differs, words};
+// What is left to do where a rule cannot be used.
+std::string remedy(const Chart& measured, const Chart& reference) {
+    return measured.rows() == reference.rows()
+               ? "; --pair order pairs the rows in their order all the same"
+               : "; the numbers of samples differ too, so give both files such columns, or the rows of one "
+                 "the order of the other and leave the rest out, and use --pair order";
 }
 
-Evidence agrees() {
-    return {Evidence::Verdict::agrees, ""};
+// Several samples of no light at all are columns that were never filled in; several without ink are paper.
+bool areFilledIn(const DeviceValues& values, const DeviceChannels& channels) {
+    return channels.name != "RGB" || values.range != 0 || values.rows() == 1;
 }
 
-std::string inRow(int row) {
-    return " in row " + std::to_string(row + 1);
+// Device values that are one and the same throughout both charts tell no more than those never filled in.
+bool tellRowsApart(const Chart& measured, const Chart& reference, const DeviceChannels& channels) {
+    const DeviceValues ours = deviceValues(measured, channels.measured);
+    const DeviceValues theirs = deviceValues(reference, channels.reference);
+    const bool single = ours.rows() == 1 && theirs.rows() == 1;
+    return (single || !ours.areEqualOnEveryRow() || !theirs.areEqualOnEveryRow()) &&
+           areFilledIn(ours, channels) && areFilledIn(theirs, channels);
 }
 
-using Columns = std::vector<std::int32_t>;
-
-// The columns RGB_R, RGB_G and RGB_B; none unless there are all three, as numbers.
-Columns rgbColumns(const Chart& chart) {
-    Columns columns;
-    for (const char* name : {"RGB_R", "RGB_G", "RGB_B"}) {
-        const int column = chart.document->GetFieldNameIndex(chart.table, name);
-        if (column < 0 || chart.header().GetField(column)->GetDataType() != TCgatsField::kFloat)
-            return {};
-        columns.push_back(column);
-    }
-    return columns;
+Pairing byDeviceValues(const Chart& measured, const Chart& reference, const Channels& channels) {
+    if (!channels)
+        throw notComparable(kNoSharedChannels + remedy(measured, reference));
+    return pairByDeviceValues(measured, reference, *channels);
 }
 
-// The columns of the device values: process colours and spot colours by channel, then RGB. None where the
-// numbering of the channels has a gap.
-Columns deviceColumns(const Chart& chart) {
-    const TCgatsTableHeader& header = chart.header();
-    Columns columns;
-    if (chart.document->ContainsProcessColors(chart.table))
-        columns.assign(header.GetColorColumns(), header.GetColorColumns() + header.GetNrColors());
-    columns.insert(columns.end(), header.GetSpotColumns(), header.GetSpotColumns() + header.GetNrSpots());
-    const Columns rgb = rgbColumns(chart);
-    columns.insert(columns.end(), rgb.begin(), rgb.end());
-    const bool hasGap = std::find(columns.begin(), columns.end(), -1) != columns.end();
-    return hasGap ? Columns() : columns;
+Pairing byIdentifiers(const Chart& measured, const Chart& reference) {
+    IdentifierPairing found = pairByIdentifier(measured, reference);
+    if (!found.problem.empty())
+        throw notComparable(found.problem + remedy(measured, reference));
+    return std::move(found.pairing);
 }
 
-bool haveEqualNames(const Chart& measured, const Columns& ours, const Chart& reference,
-                    const Columns& theirs) {
-    return std::equal(ours.begin(), ours.end(), theirs.begin(), theirs.end(), [&](int left, int right) {
-        return strcmp_ci(measured.columnName(left), reference.columnName(right)) == 0;
-    });
+// Identifiers that stand in another row of the reference.
+std::optional<Finding> displacedIdentifiers(const Chart& measured, const Chart& reference) {
+    const IdentifierPairing found = pairByIdentifier(measured, reference);
+    if (!found.problem.empty())
+        return std::nullopt;
+    const std::vector<RowPair>& pairs = found.pairing.pairs;
+    const auto isDisplaced = [](const RowPair& pair) { return pair.reference.front() != pair.measured; };
+    const auto count = static_cast<std::size_t>(std::count_if(pairs.begin(), pairs.end(), isDisplaced));
+    if (count == 0)
+        return std::nullopt;
+    const RowPair& first = *std::find_if(pairs.begin(), pairs.end(), isDisplaced);
+    return Finding{Finding::Severity::warning, Finding::Kind::otherPairing,
+                   found.pairing.by + " contradicts the order of the rows in " + countText(count) + " of " +
+                       countText(static_cast<std::size_t>(measured.rows())) + " pairs: the sample in row " +
+                       std::to_string(first.measured + 1) + " of " + printable(measured.name) +
+                       " stands in row " + std::to_string(first.reference.front() + 1) + " of " +
+                       printable(reference.name)};
 }
 
-bool holdsDoubt(const Chart& chart, const Columns& columns) {
-    return std::any_of(chart.doubts.begin(), chart.doubts.end(), [&](const DoubtfulValue& doubt) {
-        return std::find(columns.begin(), columns.end(), doubt.column) != columns.end();
-    });
+Pairing byOrder(const Chart& measured, const Chart& reference) {
+    if (measured.rows() != reference.rows())
+        throw notComparable("the numbers of samples differ: " + printable(measured.name) + " has " +
+                            countText(static_cast<std::size_t>(measured.rows())) + ", " +
+                            printable(reference.name) + " has " +
+                            countText(static_cast<std::size_t>(reference.rows())) +
+                            "; the order of the rows pairs equal numbers only");
+    Pairing pairing{PairRule::order, "order", {}, 0, 0, {}};
+    pairing.pairs.reserve(static_cast<std::size_t>(measured.rows()));
+    for (int row = 0; row < measured.rows(); ++row)
+        pairing.pairs.push_back({row, {row}});
+    const std::optional<Finding> displaced = displacedIdentifiers(measured, reference);
+    if (displaced)
+        pairing.findings.push_back(*displaced);
+    return pairing;
 }
 
-std::vector<double> valuesOf(const Chart& chart, int row, const Columns& columns) {
-    std::vector<double> values;
-    for (const std::int32_t column : columns)
-        values.push_back(chart.data().GetValues(column)->GetDouble(row));
-    return values;
+// What the device values say about a pairing by something else.
+std::optional<Finding> contradiction(const Chart& measured, const Chart& reference, const Channels& channels,
+                                     const Pairing& pairing) {
+    if (channels)
+        return differentDeviceValues(measured, reference, *channels, pairing.pairs);
+    const std::string ours = nameOfDeviceValues(measured);
+    const std::string theirs = nameOfDeviceValues(reference);
+    if (ours.empty() || theirs.empty())
+        return std::nullopt;
+    return Finding{
+        Finding::Severity::warning, Finding::Kind::otherPairing,
+        printable(measured.name) + " holds " + ours + " values and " + printable(reference.name) + " " +
+            (ours == theirs ? "other " : "") + theirs + " values; they cannot show whether rows that " +
+            (pairing.rule == PairRule::order ? "stand in the same place" : "share a " + pairing.by) +
+            " are the same samples"};
 }
 
-void requireFiniteValues(const Chart& chart, const Columns& columns) {
-    for (int row = 0; row < chart.rows(); ++row) {
-        const std::vector<double> values = valuesOf(chart, row, columns);
-        requireFinite(chart, row, values.data(), columns.data(), static_cast<int>(columns.size()));
-    }
+void addContradiction(const Chart& measured, const Chart& reference, const Channels& channels,
+                      Pairing& pairing) {
+    const std::optional<Finding> finding = contradiction(measured, reference, channels, pairing);
+    if (finding)
+        pairing.findings.push_back(*finding);
 }
 
-// @param mustBeNumbers whether a value that is no finite number is refused.
-Evidence deviceEvidence(const Chart& measured, const Chart& reference, bool mustBeNumbers) {
-    const Columns ours = deviceColumns(measured);
-    const Columns theirs = deviceColumns(reference);
-    if (ours.empty() || !haveEqualNames(measured, ours, reference, theirs))
-        return missing("the files do not hold the same device values (CMYK, PC, n-colour, SPOT or RGB "
-                       "columns, every channel once)");
-    if (mustBeNumbers) {
-        requireNumbers(measured, ours);
-        requireNumbers(reference, theirs);
-        requireFiniteValues(measured, ours);
-        requireFiniteValues(reference, theirs);
-    } else if (holdsDoubt(measured, ours) || holdsDoubt(reference, theirs)) {
-        return missing("device values are no numbers");
-    }
-    for (int row = 0; row < measured.rows(); ++row) {
-        const std::vector<double> left = valuesOf(measured, row, ours);
-        const std::vector<double> right = valuesOf(reference, row, theirs);
-        const auto [first, other] = std::mismatch(left.begin(), left.end(), right.begin());
-        if (first == left.end())
-            continue;
-        const auto channel = static_cast<std::size_t>(first - left.begin());
-        return differs("the device values differ first" + inRow(row) + " (" +
-                       printable(measured.columnName(ours[channel])) + " " + detail::generalText(*first, 6) +
-                       " measured, " + detail::generalText(*other, 6) + " reference)");
-    }
-    return agrees();
+Pairing byWhatThereIs(const Chart& measured, const Chart& reference, const Channels& channels) {
+    if (channels && tellRowsApart(measured, reference, *channels))
+        return pairByDeviceValues(measured, reference, *channels);
+    IdentifierPairing found = pairByIdentifier(measured, reference);
+    if (!found.problem.empty() && channels)
+        return pairByDeviceValues(measured, reference, *channels);
+    if (!found.problem.empty())
+        throw notComparable("nothing tells which rows belong together: " + std::string(kNoSharedChannels) +
+                            ", and " + found.problem + remedy(measured, reference));
+    Pairing pairing = std::move(found.pairing);
+    if (channels)
+        pairing.findings.push_back(
+            {Finding::Severity::note, Finding::Kind::otherPairing,
+             "the " + channels->name + " values are not used, as they do not tell the rows apart"});
+    else
+        addContradiction(measured, reference, channels, pairing);
+    return pairing;
 }
 
-// Why a column cannot tell rows apart; empty where it can.
-std::string uselessness(const Chart& chart, int column) {
-    const std::string first = fieldText(chart, 0, column);
-    bool allEqual = chart.rows() > 1;
-    for (int row = 0; row < chart.rows(); ++row) {
-        const std::string text = fieldText(chart, row, column);
-        if (text.empty())
-            return std::string(chart.columnName(column)) + " is empty" + inRow(row) + " of " +
-                   printable(chart.name);
-        allEqual = allEqual && text == first;
-    }
-    return allEqual ? std::string(chart.columnName(column)) + " is the same on every row of " +
-                          printable(chart.name)
-                    : "";
-}
-
-struct SharedIdentifier {
-    const char* name; // null when the charts share none that tells rows apart
-    int measured;
-    int reference;
-    std::string problem; // of the first one that does not
-};
-
-SharedIdentifier sharedIdentifier(const Chart& measured, const Chart& reference) {
-    std::string problem;
-    for (const char* name : kIdentifiers) {
-        const int ours = measured.document->GetFieldNameIndex(measured.table, name);
-        const int theirs = reference.document->GetFieldNameIndex(reference.table, name);
-        if (ours < 0 || theirs < 0)
-            continue;
-        std::string found = uselessness(measured, ours);
-        if (found.empty())
-            found = uselessness(reference, theirs);
-        if (found.empty())
-            return {name, ours, theirs, ""};
-        if (problem.empty())
-            problem = found;
-    }
-    return {nullptr, -1, -1, problem};
-}
-
-Evidence identifierEvidence(const Chart& measured, const Chart& reference,
-                            const SharedIdentifier& identifier) {
-    if (identifier.name == nullptr && identifier.problem.empty())
-        return missing("they share no identifier (SampleID, SAMPLE_ID, SAMPLE_NAME)");
-    if (identifier.name == nullptr)
-        return missing(identifier.problem);
-    for (int row = 0; row < measured.rows(); ++row) {
-        const std::string ours = fieldText(measured, row, identifier.measured);
-        const std::string theirs = fieldText(reference, row, identifier.reference);
-        if (ours != theirs)
-            return differs(std::string(identifier.name) + " differs first" + inRow(row) + " (" +
-                           quoted(ours) + " measured, " + quoted(theirs) + " reference)");
-    }
-    return agrees();
-}
-
-void requireEqualCounts(const Chart& measured, const Chart& reference) {
-    if (measured.rows() == reference.rows())
-        return;
-    throw Refusal(Refusal::Kind::notComparable,
-                  "the numbers of samples differ: " + printable(measured.name) + " has " +
-                      std::to_string(measured.rows()) + ", " + printable(reference.name) + " has " +
-                      std::to_string(reference.rows()) +
-                      "; rows are paired one by one, so both files need the same");
+Pairing asForced(PairChoice choice, const Chart& measured, const Chart& reference, const Channels& channels) {
+    Pairing pairing =
+        choice == PairChoice::order ? byOrder(measured, reference) : byIdentifiers(measured, reference);
+    addContradiction(measured, reference, channels, pairing);
+    return pairing;
 }
 
 } // namespace
 
 Pairing pairRows(const Chart& measured, const Chart& reference, PairChoice choice) {
-    using Verdict = Evidence::Verdict;
-    requireEqualCounts(measured, reference);
-    const bool automatic = choice == PairChoice::automatic;
-    const Evidence device = deviceEvidence(measured, reference, automatic);
-    const SharedIdentifier identifier = sharedIdentifier(measured, reference);
-    const Evidence names = identifierEvidence(measured, reference, identifier);
-    Pairing pairing;
-    if (!automatic)
-        pairing.rule = PairRule::order;
-    else if (device.verdict == Verdict::agrees)
-        pairing.rule = PairRule::deviceValues;
-    else if (names.verdict == Verdict::agrees)
-        pairing.rule = PairRule::identifiers;
-    else
-        throw Refusal(Refusal::Kind::notComparable,
-                      "nothing tells which rows belong together: " + device.words + ", and " + names.words +
-                          "; " + kRemedy);
-    if (pairing.rule == PairRule::identifiers)
-        pairing.field = identifier.name;
-    for (const Evidence& evidence : {device, names}) {
-        if (evidence.verdict == Verdict::differs)
-            pairing.remarks.push_back(evidence.words);
+    const Channels channels = sharedChannels(measured, reference);
+    switch (choice) {
+    case PairChoice::automatic:
+        break;
+    case PairChoice::deviceValues:
+        return byDeviceValues(measured, reference, channels);
+    case PairChoice::identifiers:
+    case PairChoice::order:
+        return asForced(choice, measured, reference, channels);
     }
-    return pairing;
+    return byWhatThereIs(measured, reference, channels);
+}
+
+std::vector<PairRule> possibleRules(const Chart& measured, const Chart& reference) {
+    std::vector<PairRule> rules;
+    for (const PairChoice choice : {PairChoice::deviceValues, PairChoice::identifiers, PairChoice::order}) {
+        try {
+            rules.push_back(pairRows(measured, reference, choice).rule);
+        } catch (const Refusal&) {
+            continue;
+        }
+    }
+    return rules;
 }
 
 int identifierColumn(const Chart& chart) {

@@ -5,22 +5,30 @@
 #include <cstddef>
 #include <vector>
 
+#include "qc/span.h"
+
 namespace qxcms::qc {
 
 struct Statistics {
     std::size_t count;
     double mean;
     double median;       ///< the mean of the middle two for an even count
-    double percentile95; ///< nearest rank: the smallest value that at least 95 % of the values do not exceed
+    double percentile90; ///< the percentiles by nearest rank
+    double percentile95;
+    double percentile99;
     double maximum;
     std::size_t greatest; ///< the index of the maximum, the first of equal ones
 };
 
 /// @param values at least one, all finite.
-Statistics statistics(const std::vector<double>& values);
+Statistics statistics(Span<const double> values);
+
+/// The percentile by nearest rank: the smallest value that at least `percent` percent of the values do not
+/// exceed. @param values at least one, all finite. @param percent 1 to 100.
+double percentile(Span<const double> values, int percent);
 
 /// The indices of the `count` greatest values, greatest first, equal ones in their order; all of them when
 /// there are fewer.
-std::vector<std::size_t> worst(const std::vector<double>& values, std::size_t count);
+std::vector<std::size_t> worst(Span<const double> values, std::size_t count);
 
 } // namespace qxcms::qc

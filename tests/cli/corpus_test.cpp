@@ -151,6 +151,10 @@ TEST_F(corpus, everyAcceptedFile_equalsItself) {
         if (!canPair)
             arguments.insert(arguments.end(), {"--pair", "order"});
         const Outcome result = runCommand(arguments);
+        if (result.err.find(" is no chart, but ") != std::string::npos) {
+            EXPECT_EQ(result.exitCode, 4) << file;
+            continue;
+        }
         ASSERT_EQ(result.exitCode, 0) << file << result.err;
         const nlohmann::json report = nlohmann::json::parse(result.out);
         EXPECT_EQ(report["statistics"]["count"], table["samples"]) << file;

@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
-#include "tests/cli/chart_text.h"
 #include "tests/cli/run_command.h"
+#include "tests/support/chart_text.h"
 #include "tests/support/scratch.h"
 
 using qxcms::tests::chartText;

@@ -1,8 +1,8 @@
 // What the command says when memory runs out.
 #include <gmock/gmock.h>
 
-#include "tests/cli/chart_text.h"
 #include "tests/cli/run_command.h"
+#include "tests/support/chart_text.h"
 #include "tests/support/scratch.h"
 #include "tests/support/tested_build.h"
 

@@ -4,8 +4,8 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/cli/chart_text.h"
 #include "tests/cli/run_command.h"
+#include "tests/support/chart_text.h"
 #include "tests/support/scratch.h"
 #include "tests/support/tested_build.h"
 

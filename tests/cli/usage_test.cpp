@@ -32,8 +32,9 @@ TEST(usage, help_isWrittenToTheOutput) {
 TEST(usage, helpOfDiff_namesOptionsAndFormulas) {
     EXPECT_THAT(runCommand({"diff", "--help"}).out,
                 AllOf(HasSubstr("MEASURED REFERENCE"), HasSubstr("--illuminant NAME"),
-                      HasSubstr("--pair auto|order"), HasSubstr("--tolerance X"), HasSubstr("cmc21"),
-                      HasSubstr("de76"), HasSubstr("CIEDE2000")));
+                      HasSubstr("--pair auto|device|id|order"), HasSubstr("--force"),
+                      HasSubstr("--tolerance X"), HasSubstr("cmc21"), HasSubstr("de76"),
+                      HasSubstr("--formula NAME=CIEDE2000")));
 }
 
 TEST(usage, version_isThatOfTheLibrary) {
@@ -72,7 +73,7 @@ TEST(usage, unknownOption_isRefused) {
 }
 
 TEST(usage, unknownWords_areRefusedWithTheKnownOnes) {
-    expectUsageError({"diff", "a", "b", "--pair", "best"}, "auto,order");
+    expectUsageError({"diff", "a", "b", "--pair", "best"}, "auto,device,id,order");
     expectUsageError({"diff", "a", "b", "--measured-as", "rgb"}, "auto,spectra,lab,xyz");
     expectUsageError({"diff", "a", "b", "--reference-as", "rgb"}, "auto,spectra,lab,xyz");
 }

@@ -86,7 +86,7 @@ function(expect_demo prefix)
     set(charts "${prefix}/share/qxcms/charts")
     run(${CMAKE_COMMAND} -E chdir ${SCRATCH} env -i "${prefix}/${BINDIR}/qxcms"
         diff "${charts}/colorchecker_spectral.txt" "${charts}/colorchecker_aims.txt"
-        --illuminant "CIE Illuminant C" --observer "2 degree")
+        --illuminant "CIE Illuminant C" --observer "2 degree" --formula 76)
     foreach(line "count +24" "mean +1\\.002" "maximum +1\\.716 +row 10, purple")
         if(NOT output MATCHES "\n +${line}\n")
             message(FATAL_ERROR "\"${line}\" is not in\n${output}")

@@ -1,5 +1,5 @@
 # Builds and installs the static library, into a folder for libraries that lies deeper than usual: one archive that
-# holds the kernel and the platform layer.
+# holds the kernel and the platform layer, and that of the comparison library.
 include(${CMAKE_CURRENT_LIST_DIR}/common.cmake)
 
 file(REMOVE_RECURSE ${STATIC})
@@ -8,6 +8,6 @@ build_project(${SOURCE} ${SCRATCH} -DBUILD_SHARED_LIBS=OFF -DCMAKE_INSTALL_LIBDI
 run(${CMAKE_COMMAND} --install ${SCRATCH} --prefix ${STATIC})
 
 file(GLOB_RECURSE libraries RELATIVE ${STATIC} ${STATIC}/lib*.a ${STATIC}/lib*.so*)
-if(NOT libraries STREQUAL "lib/x86_64-linux-gnu/libqxcms.a")
+if(NOT libraries STREQUAL "lib/x86_64-linux-gnu/libqxcms.a;lib/x86_64-linux-gnu/libqxcms_qc.a")
     message(FATAL_ERROR "The libraries are ${libraries}")
 endif()

@@ -1,7 +1,10 @@
-# The headers that mark something QXCMS_API are there and no others, the libraries have their links, the data are whole.
+# The headers that mark something QXCMS_API and those of the comparison library are there and no others, the libraries have their links, the data are whole.
 include(${CMAKE_CURRENT_LIST_DIR}/common.cmake)
 
-set(public base/version.h qxcms.h)
+set(public base/version.h qxcms.h qc/qc.h)
+file(STRINGS ${SOURCE}/qc/qc.h headers REGEX "^#include \"")
+list(TRANSFORM headers REPLACE "^#include \"([^\"]+)\"$" "\\1")
+list(APPEND public ${headers})
 foreach(folder base platform spectral colorspace measurement cgats support)
     file(GLOB_RECURSE headers RELATIVE ${SOURCE} ${SOURCE}/${folder}/*.h)
     foreach(header IN LISTS headers)

@@ -65,6 +65,14 @@ std::optional<qc::ColorSource> sourceOf(const std::string& text) {
     return std::nullopt;
 }
 
+qc::PairChoice pairChoiceOf(const std::string& text) {
+    if (text == "device")
+        return qc::PairChoice::deviceValues;
+    if (text == "id")
+        return qc::PairChoice::identifiers;
+    return text == "order" ? qc::PairChoice::order : qc::PairChoice::automatic;
+}
+
 int worstOf(const std::string& text) {
     const char* const last = text.data() + text.size();
     const char* end = nullptr;
@@ -108,15 +116,19 @@ void defineDiff(CLI::App& diff, DiffOptions& options, Texts& texts) {
     const std::vector<std::string> sources = {"auto", "spectra", "lab", "xyz"};
     diff.add_option("MEASURED", options.measured, "CGATS file of the samples")->required()->type_name("");
     diff.add_option("REFERENCE", options.reference, "CGATS file of the standards")->required()->type_name("");
-    diff.add_option("--illuminant", options.illuminant, "an unknown name lists the known ones")
+    diff.add_option("--illuminant", options.comparison.illuminant,
+                    "D50, D65, A, F11 ...; else what the files declare, else D50; an unknown name lists the "
+                    "known ones")
+        ->type_name("NAME");
+    diff.add_option("--observer", options.comparison.observer,
+                    "2 or 10 degree; else what the files declare, else 2 degree")
+        ->type_name("NAME");
+    diff.add_option("--formula", options.comparison.formula, "see below")
         ->capture_default_str()
         ->type_name("NAME");
-    diff.add_option("--observer", options.observer, "2 degree or 10 degree")
-        ->capture_default_str()
-        ->type_name("NAME");
-    diff.add_option("--formula", options.formula, "see below")->capture_default_str()->type_name("NAME");
-    wordOption(diff, "--pair", texts.pair, {"auto", "order"}, "auto|order",
-               "rows must agree in device values or identifiers, or not");
+    wordOption(diff, "--pair", texts.pair, {"auto", "device", "id", "order"}, "auto|device|id|order",
+               "pair rows by device values, by identifiers or in their order");
+    diff.add_flag("--force", options.comparison.force, "compare also what declares different conditions");
     wordOption(diff, "--measured-as", texts.measuredAs, sources, "auto|spectra|lab|xyz",
                "what to take from MEASURED");
     wordOption(diff, "--reference-as", texts.referenceAs, sources, "auto|spectra|lab|xyz",
@@ -191,7 +203,7 @@ int parseAndRun(int argc, const char* const* argv) {
         return runInfo(infoOptions);
     if (*lint)
         return runLint(lintOptions);
-    diffOptions.comparison.pair = texts.pair == "order" ? qc::PairChoice::order : qc::PairChoice::automatic;
+    diffOptions.comparison.pair = pairChoiceOf(texts.pair);
     diffOptions.comparison.measuredAs = sourceOf(texts.measuredAs);
     diffOptions.comparison.referenceAs = sourceOf(texts.referenceAs);
     diffOptions.worst = worstOf(texts.worst);

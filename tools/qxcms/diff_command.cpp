@@ -4,10 +4,6 @@
 #include <iterator>
 
 #include "qc/comparison.h"
-#include "qc/conditions.h"
-#include "qc/formulas.h"
-#include "qc/illuminants.h"
-#include "qc/observers.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
 #include "tools/qxcms/console.h"
@@ -36,16 +32,13 @@ qc::Chart chartOf(const DocumentFile& file) {
     qc::Chart chart{file.name, file.document.get(), 0};
     std::copy_if(file.doubts.begin(), file.doubts.end(), std::back_inserter(chart.doubts),
                  [&](const qc::DoubtfulValue& doubt) { return doubt.table == chart.table; });
+    chart.findings = qc::scaleFindings(file.name, file.liberties);
     return chart;
 }
 
-int compareAndReport(const DocumentFile& measured, const DocumentFile& reference,
-                     const qc::Conditions& conditions, const DiffOptions& options,
-                     const std::vector<std::string>& warnings) {
-    const qc::Comparison comparison =
-        qc::compare(chartOf(measured), chartOf(reference), conditions, options.comparison);
-    const DiffReport report(measured, reference, comparison, conditions, options.worst, options.tolerance,
-                            warnings);
+int report(const DocumentFile& measured, const DocumentFile& reference, const qc::Comparison& comparison,
+           const DiffOptions& options, const std::vector<std::string>& warnings) {
+    const DiffReport report(measured, reference, comparison, options.worst, options.tolerance, warnings);
     if (!print(options.json ? diffJson(report) : diffText(report)))
         return kFailed;
     return report.aboveTolerance > 0 ? kAboveTolerance : kDone;
@@ -54,11 +47,6 @@ int compareAndReport(const DocumentFile& measured, const DocumentFile& reference
 } // namespace
 
 int runDiff(const DiffOptions& options) {
-    const qc::Formula formula = qc::findFormula(options.formula);
-    const TObserver observer = qc::findObserver(options.observer);
-    const qc::Illuminants illuminants;
-    const qc::Conditions conditions(*illuminants.find(options.illuminant), observer, formula);
-
     const Reading reading = options.strict ? Reading::asItStands : Reading::intoForm;
     const DocumentFile measured = readDocument(options.measured, reading);
     const DocumentFile reference = readDocument(options.reference, reading);
@@ -86,12 +74,12 @@ int runDiff(const DiffOptions& options) {
         warnOfFiles();
         return kUnreadable;
     }
-    try {
-        return compareAndReport(measured, reference, conditions, options, warnings);
-    } catch (const qc::Refusal&) {
-        warnOfFiles();
-        throw;
-    }
+    const qc::Result<qc::Comparison> compared =
+        qc::compare(chartOf(measured), chartOf(reference), options.comparison);
+    if (compared)
+        return report(measured, reference, *compared, options, warnings);
+    warnOfFiles();
+    throw compared.refusal();
 }
 
 } // namespace qxcms::command

@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <new>
-#include <set>
 #include <utility>
 
 #include "base/number_text.h"
 #include "cgats/text_encoding.h"
+#include "qc/count_text.h"
+#include "qc/doubt_keeper.h"
 #include "qc/printable_text.h"
 #include "tools/qxcms/console.h"
 #include "tools/qxcms/file_bytes.h"
@@ -29,8 +30,8 @@ constexpr int kEndData = 25;
 
 constexpr std::size_t kLongestTokenShown = 60;
 
-/// Keeps the one refusal of a text and the first doubtful value of each column.
-class Findings : public TCgatsDiagnosticSink {
+/// Keeps the one refusal of a text and the doubtful values.
+class Findings : public qc::DoubtKeeper {
 public:
     /// @param what the text that is read, which outlives this.
     explicit Findings(std::string_view what) : text(what) {}
@@ -46,30 +47,10 @@ public:
         });
     }
 
-    void Doubted(const TCgatsDoubtfulValue& value) override {
-        keep([&] {
-            if (doubted.insert({value.table, value.column}).second)
-                doubts.push_back({value.table, value.row, value.column, value.text});
-        });
-    }
-
     std::optional<Location> location;
-    std::vector<qc::DoubtfulValue> doubts;
-    bool ranOutOfMemory = false;
 
 private:
-    // The reader is not to be left by an exception.
-    template <class Function>
-    void keep(Function&& function) {
-        try {
-            function();
-        } catch (const std::bad_alloc&) {
-            ranOutOfMemory = true;
-        }
-    }
-
     const std::string_view text;
-    std::set<std::pair<int, int>> doubted; // table and column
 };
 
 std::string messageOf(const TCgats& document, int code) {
@@ -224,6 +205,18 @@ CheckedFile checkDocument(const std::string& name) {
     return checked;
 }
 
+namespace {
+
+std::string othersText(int count) {
+    if (count == 0)
+        return "";
+    return "; " + qc::countText(static_cast<std::size_t>(count)) +
+           (count == 1 ? " other value of the column is no number either"
+                       : " other values of the column are no numbers either");
+}
+
+} // namespace
+
 void warnOfDoubts(DocumentFile& file) {
     for (const qc::DoubtfulValue& doubt : file.doubts) {
         const TCgatsField& field = *file.document->GetTable(doubt.table)->GetHeader()->GetField(doubt.column);
@@ -231,7 +224,8 @@ void warnOfDoubts(DocumentFile& file) {
                                 ": row " + std::to_string(doubt.row + 1) + ", column " +
                                 qc::quoted(field.GetName()) + " (number " + std::to_string(doubt.column + 1) +
                                 "): " + qc::quoted(doubt.text) + " is no number; it is read as " +
-                                detail::generalText(detail::textToDouble(doubt.text.c_str()), 6));
+                                detail::generalText(detail::textToDouble(doubt.text.c_str()), 6) +
+                                othersText(doubt.others));
     }
 }
 

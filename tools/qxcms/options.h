@@ -13,9 +13,6 @@ namespace qxcms::command {
 struct DiffOptions {
     std::string measured;
     std::string reference;
-    std::string illuminant = "D50";
-    std::string observer = "2 degree";
-    std::string formula = "76";
     qc::ComparisonOptions comparison;
     int worst = 10;
     std::optional<double> tolerance;

@@ -8,9 +8,32 @@ namespace qxcms::command {
 
 namespace {
 
+Json declaredJson(const qc::Condition& condition) {
+    switch (condition.standing) {
+    case qc::Condition::Standing::declared:
+        return {{"standing", "declared"}, {"value", condition.value}, {"source", condition.source}};
+    case qc::Condition::Standing::freeText:
+        return {{"standing", "text"}, {"value", condition.value}, {"source", condition.source}};
+    case qc::Condition::Standing::unknown:
+        break;
+    }
+    return nullptr;
+}
+
+Json declaredJson(const qc::DocumentConditions& conditions) {
+    return {{"illuminant", declaredJson(conditions.illuminant)},
+            {"observer", declaredJson(conditions.observer)},
+            {"measurementCondition", declaredJson(conditions.measurementCondition)},
+            {"backing", declaredJson(conditions.backing)},
+            {"geometry", declaredJson(conditions.geometry)},
+            {"filter", declaredJson(conditions.filter)},
+            {"instrument", declaredJson(conditions.instrument)},
+            {"emission", conditions.isEmission}};
+}
+
 Json sideJson(const qc::Side& side, const DocumentFile& file) {
     Json json = {{"file", side.file},
-                 {"table", 1},
+                 {"table", side.table},
                  {"tables", side.tables},
                  {"samples", side.samples},
                  {"source", qc::nameOf(side.source)},
@@ -20,6 +43,7 @@ Json sideJson(const qc::Side& side, const DocumentFile& file) {
                            {"firstNm", side.firstNm},
                            {"lastNm", side.lastNm},
                            {"percent", side.percent}};
+    json["conditions"] = declaredJson(side.conditions);
     json["liberties"] = libertiesJson(file.liberties);
     json["remarks"] = libertiesJson(file.remarks);
     return json;
@@ -39,21 +63,45 @@ const char* ruleName(qc::PairRule rule) {
 
 Json pairingJson(const qc::Pairing& pairing) {
     return {{"rule", ruleName(pairing.rule)},
-            {"field", pairing.field.empty() ? Json(nullptr) : Json(pairing.field)}};
+            {"by", pairing.by},
+            {"pairs", pairing.pairs.size()},
+            {"unusedMeasured", pairing.unusedMeasured},
+            {"unusedReference", pairing.unusedReference}};
 }
 
-Json conditionsJson(const qc::Conditions& conditions) {
-    const qc::Formula& formula = conditions.formula();
-    return {{"illuminant", conditions.illuminant()},
-            {"observer", conditions.observer()},
-            {"white", conditions.white()},
+Json chosenJson(const qc::ChosenCondition& condition) {
+    return {{"value", condition.value}, {"origin", qc::nameOf(condition.origin)}};
+}
+
+Json whiteJson(const std::optional<std::array<double, 3>>& white) {
+    return white ? Json(*white) : Json(nullptr);
+}
+
+Json conditionsJson(const qc::Comparison& comparison) {
+    const qc::Formula& formula = comparison.formula;
+    return {{"illuminant", chosenJson(comparison.conditions.illuminant)},
+            {"observer", chosenJson(comparison.conditions.observer)},
+            {"forced", comparison.conditions.forced},
+            {"spectralWhite", whiteJson(comparison.spectralWhite)},
+            {"xyzWhite", whiteJson(comparison.xyzWhite)},
             {"formula",
              {{"name", formula.name}, {"short", formula.shortForm}, {"published", formula.published}}}};
+}
+
+Json findingsJson(const std::vector<qc::Finding>& findings) {
+    Json json = Json::array();
+    for (const qc::Finding& finding : findings)
+        json.push_back({{"severity", finding.severity == qc::Finding::Severity::warning ? "warning" : "note"},
+                        {"kind", qc::nameOf(finding.kind)},
+                        {"text", finding.text}});
+    return json;
 }
 
 Json patchJson(const qc::Patch& patch) {
     const qc::Difference& d = patch.difference;
     return {{"row", patch.row},
+            {"referenceRow", patch.referenceRow},
+            {"referenceCount", patch.referenceCount},
             {"name", patch.name},
             {"measured", patch.measured},
             {"reference", patch.reference},
@@ -62,6 +110,7 @@ Json patchJson(const qc::Patch& patch) {
             {"db", d.b},
             {"dC", d.chroma},
             {"dH", d.hue},
+            {"dCh", d.chromaticness},
             {"difference", d.total}};
 }
 
@@ -73,7 +122,9 @@ Json statisticsJson(const qc::Statistics& statistics) {
     return {{"count", statistics.count},
             {"mean", statistics.mean},
             {"median", statistics.median},
+            {"percentile90", statistics.percentile90},
             {"percentile95", statistics.percentile95},
+            {"percentile99", statistics.percentile99},
             {"maximum", statistics.maximum}};
 }
 
@@ -85,11 +136,11 @@ std::string diffJson(const DiffReport& report) {
     json["command"] = "diff";
     json["version"] = QXCMS_VERSION;
     json["standard"] = "reference";
-    json["conditions"] = conditionsJson(report.conditions);
+    json["conditions"] = conditionsJson(comparison);
     json["measured"] = sideJson(comparison.measured, report.measured);
     json["reference"] = sideJson(comparison.reference, report.reference);
     json["pairing"] = pairingJson(comparison.pairing);
-    json["remarks"] = comparison.remarks;
+    json["findings"] = findingsJson(comparison.findings);
     json["warnings"] = report.warnings;
     json["patches"] = Json::array();
     for (const qc::Patch& patch : comparison.patches)

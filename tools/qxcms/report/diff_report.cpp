@@ -19,10 +19,9 @@ std::size_t countAbove(const qc::Comparison& comparison, std::optional<double> t
 } // namespace
 
 DiffReport::DiffReport(const DocumentFile& theMeasured, const DocumentFile& theReference,
-                       const qc::Comparison& theComparison, const qc::Conditions& theConditions,
-                       int worstCount, std::optional<double> theTolerance,
-                       const std::vector<std::string>& theWarnings)
-    : measured(theMeasured), reference(theReference), comparison(theComparison), conditions(theConditions),
+                       const qc::Comparison& theComparison, int worstCount,
+                       std::optional<double> theTolerance, const std::vector<std::string>& theWarnings)
+    : measured(theMeasured), reference(theReference), comparison(theComparison),
       worst(qc::worst(theComparison.differences(), static_cast<std::size_t>(worstCount))),
       tolerance(theTolerance), aboveTolerance(countAbove(theComparison, theTolerance)),
       warnings(theWarnings) {}

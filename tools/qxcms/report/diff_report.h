@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "qc/comparison.h"
-#include "qc/conditions.h"
 #include "tools/qxcms/document_file.h"
 
 namespace qxcms::command {
@@ -17,15 +16,13 @@ struct DiffReport {
     const DocumentFile& measured;
     const DocumentFile& reference;
     const qc::Comparison& comparison;
-    const qc::Conditions& conditions;
     std::vector<std::size_t> worst; ///< indices of patches, worst first
     std::optional<double> tolerance;
     std::size_t aboveTolerance;        ///< the number of patches above it
     std::vector<std::string> warnings; ///< about the files
 
     DiffReport(const DocumentFile& measured, const DocumentFile& reference, const qc::Comparison& comparison,
-               const qc::Conditions& conditions, int worstCount, std::optional<double> tolerance,
-               const std::vector<std::string>& warnings);
+               int worstCount, std::optional<double> tolerance, const std::vector<std::string>& warnings);
 };
 
 } // namespace qxcms::command

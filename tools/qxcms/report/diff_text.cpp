@@ -4,6 +4,7 @@
 #include <array>
 
 #include "base/number_text.h"
+#include "qc/count_text.h"
 #include "qc/printable_text.h"
 #include "spectral/tspectrum.h"
 #include "tools/qxcms/report/text_layout.h"
@@ -36,19 +37,20 @@ std::string sourceText(const qc::Side& side) {
     case qc::ColorSource::spectra:
         return spectraText(side);
     case qc::ColorSource::lab:
-        return "Lab as it stands (its illuminant, observer and white are not checked)";
+        return "Lab as it stands";
     case qc::ColorSource::xyz:
-        return "XYZ as it stands (its illuminant and observer are not checked), converted to Lab on the "
-               "white below";
+        return "XYZ, converted to Lab";
     }
     return "";
 }
 
 std::string sideLines(std::string_view label, const qc::Side& side) {
-    const std::string tables = side.tables > 1 ? "table 1 of " + std::to_string(side.tables) + ", " : "";
+    const std::string tables =
+        side.tables > 1 ? "table " + std::to_string(side.table) + " of " + std::to_string(side.tables) + ", "
+                        : "";
     return line(label, qc::printable(side.file)) +
-           line("", tables + std::to_string(side.samples) + (side.samples == 1 ? " sample; " : " samples; ") +
-                        sourceText(side));
+           line("", tables + qc::countText(static_cast<std::size_t>(side.samples)) +
+                        (side.samples == 1 ? " sample; " : " samples; ") + sourceText(side));
 }
 
 std::string whiteText(const std::array<double, 3>& white) {
@@ -56,40 +58,69 @@ std::string whiteText(const std::array<double, 3>& white) {
            numberText(white[2], 4);
 }
 
-std::string pairingText(const qc::Pairing& pairing) {
-    switch (pairing.rule) {
-    case qc::PairRule::deviceValues:
-        return "row by row; the device values agree on every row";
-    case qc::PairRule::identifiers:
-        return "row by row; " + pairing.field + " agrees on every row";
-    case qc::PairRule::order:
-        return "row by row in the order of the files, as asked with --pair order";
+std::string whiteLines(const qc::Comparison& comparison) {
+    std::string text;
+    if (comparison.spectralWhite)
+        text += line("white", whiteText(*comparison.spectralWhite) + "  (of spectra, by the same weights)");
+    if (comparison.xyzWhite)
+        text += line("white", whiteText(*comparison.xyzWhite) + "  (of XYZ, as published)");
+    return text;
+}
+
+std::string originText(qc::ChosenCondition::Origin origin) {
+    switch (origin) {
+    case qc::ChosenCondition::Origin::asked:
+        return "as asked for";
+    case qc::ChosenCondition::Origin::declared:
+        return "as declared";
+    case qc::ChosenCondition::Origin::freeText:
+        return "as a text names it";
+    case qc::ChosenCondition::Origin::assumed:
+        return "assumed";
     }
     return "";
 }
 
+std::string conditionText(const qc::ChosenCondition& condition) {
+    return qc::printable(condition.value) + " (" + originText(condition.origin) + ")";
+}
+
+std::string unusedText(int count, const char* side) {
+    return count == 0 ? ""
+                      : "; " + qc::countText(static_cast<std::size_t>(count)) + " " + side +
+                            (count == 1 ? " sample" : " samples") + " unused";
+}
+
+std::string pairingText(const qc::Comparison& comparison) {
+    const qc::Pairing& pairing = comparison.pairing;
+    const std::string by =
+        pairing.rule == qc::PairRule::order ? "in their order" : "by " + qc::printable(pairing.by);
+    return qc::countText(pairing.pairs.size()) + " of " +
+           qc::countText(static_cast<std::size_t>(comparison.measured.samples)) + " paired " + by +
+           unusedText(pairing.unusedReference, "reference");
+}
+
 std::string conditionLines(const DiffReport& report) {
-    const qc::Formula& formula = report.conditions.formula();
-    std::string text = sideLines("measured", report.comparison.measured) +
-                       sideLines("reference", report.comparison.reference) +
-                       line("illuminant", qc::printable(report.conditions.illuminant())) +
-                       line("observer", report.conditions.observer()) + "  white       " +
-                       whiteText(report.conditions.white()) + '\n' +
-                       line("formula", std::string(formula.name) + " (" + formula.published + ")") +
-                       line("pairing", pairingText(report.comparison.pairing));
-    for (const std::string& remark : report.comparison.remarks)
-        text += line("note", remark);
+    const qc::Comparison& comparison = report.comparison;
+    std::string text =
+        sideLines("measured", comparison.measured) + sideLines("reference", comparison.reference) +
+        line("illuminant", conditionText(comparison.conditions.illuminant)) +
+        line("observer", conditionText(comparison.conditions.observer)) + whiteLines(comparison) +
+        line("formula", std::string(comparison.formula.name) + " (" + comparison.formula.published + ")") +
+        line("pairing", pairingText(comparison));
+    for (const qc::Finding& finding : comparison.findings)
+        text += line(finding.severity == qc::Finding::Severity::warning ? "warning" : "note", finding.text);
     for (const std::string& warning : report.warnings)
         text += line("warning", warning);
     return text;
 }
 
-constexpr std::size_t kNumbers = 12;
-constexpr std::array<const char*, kNumbers> kHeadings = {"L*",  "a*",  "b*",  "L*",  "a*",  "b*",
-                                                         "dL*", "da*", "db*", "dC*", "dH*", "dE"};
+constexpr std::size_t kNumbers = 13;
+constexpr std::array<const char*, kNumbers> kHeadings = {"L*",  "a*",  "b*",  "L*",  "a*",  "b*", "dL*",
+                                                         "da*", "db*", "dC*", "dH*", "dCh", "dE"};
 // Columns that begin a group stand a little apart.
 constexpr bool beginsGroup(std::size_t column) {
-    return column == 0 || column == 3 || column == 6 || column == 11;
+    return column == 0 || column == 3 || column == 6 || column == 12;
 }
 
 std::array<std::string, kNumbers> numbersOf(const qc::Patch& patch) {
@@ -102,7 +133,8 @@ std::array<std::string, kNumbers> numbersOf(const qc::Patch& patch) {
     const double parts[] = {d.lightness, d.a, d.b, d.chroma, d.hue};
     for (std::size_t i = 0; i < 5; ++i)
         cells[6 + i] = signedText(parts[i], 2);
-    cells[11] = numberText(d.total, 3);
+    cells[11] = numberText(d.chromaticness, 2);
+    cells[12] = numberText(d.total, 3);
     return cells;
 }
 
@@ -133,7 +165,7 @@ public:
 
     std::string heading() const {
         std::string groups(start("", "").size(), ' ');
-        groups += group("measured", 0, 3) + group("reference", 3, 6) + group("measured - reference", 6, 11);
+        groups += group("measured", 0, 3) + group("reference", 3, 6) + group("measured - reference", 6, 12);
         std::string names = start("row", "patch");
         for (std::size_t i = 0; i < kNumbers; ++i)
             names += rightAligned(kHeadings[i], gap(i) + widths[i]);
@@ -169,7 +201,7 @@ private:
     bool named = true;
     std::size_t rowWidth = 3;
     std::size_t nameWidth = kShortestName;
-    std::array<std::size_t, kNumbers> widths = {4, 4, 4, 4, 4, 4, 4, 4, 4, 4, 4, 4};
+    std::array<std::size_t, kNumbers> widths = {4, 4, 4, 4, 4, 4, 4, 4, 4, 4, 4, 4, 4};
 };
 
 std::string statisticLine(std::string_view label, const std::string& value) {
@@ -184,7 +216,9 @@ std::string statisticLines(const DiffReport& report) {
     std::string text = statisticLine("count", std::to_string(statistics.count)) +
                        statisticLine("mean", numberText(statistics.mean, 3)) +
                        statisticLine("median", numberText(statistics.median, 3)) +
+                       statisticLine("90th percentile", numberText(statistics.percentile90, 3)) +
                        statisticLine("95th percentile", numberText(statistics.percentile95, 3)) +
+                       statisticLine("99th percentile", numberText(statistics.percentile99, 3)) +
                        statisticLine("maximum", numberText(statistics.maximum, 3));
     text.pop_back();
     text += "  row " + std::to_string(greatest.row);
@@ -211,8 +245,9 @@ std::string toleranceLine(const DiffReport& report) {
 std::string diffText(const DiffReport& report) {
     const std::vector<qc::Patch>& patches = report.comparison.patches;
     const PatchTable table(patches);
-    std::string text = "Colour differences: measured minus reference; the reference is the standard\n\n" +
-                       conditionLines(report) + '\n' + table.heading();
+    std::string text = "Colour differences: measured minus reference; the reference is the standard" +
+                       std::string(report.comparison.conditions.forced ? " (compared by force)" : "") +
+                       "\n\n" + conditionLines(report) + '\n' + table.heading();
     for (const qc::Patch& patch : patches)
         text += table.row(patch);
     text += "\nStatistics of dE\n\n" + statisticLines(report) + toleranceLine(report);

@@ -41,7 +41,7 @@ TEST(formulas, kernelName_isFoundIgnoringCase) {
 TEST(formulas, shortForm_isFoundIgnoringCase) {
     EXPECT_EQ(findFormula("76").number, 0);
     EXPECT_EQ(findFormula("94").number, 1);
-    EXPECT_EQ(findFormula("2000").number, 2);
+    EXPECT_EQ(findFormula("Kernel2000").number, 2);
     EXPECT_EQ(findFormula("cmc11").number, 3);
     EXPECT_EQ(findFormula("CMC21").number, 4);
 }
@@ -51,23 +51,43 @@ TEST(formulas, publishedName_isFoundIgnoringCase) {
     EXPECT_EQ(findFormula("CIE76").number, 0);
     EXPECT_EQ(findFormula("CIE 1994").number, 1);
     EXPECT_EQ(findFormula("cie94").number, 1);
-    EXPECT_EQ(findFormula("CieDE2000").number, 2);
 }
 
 TEST(formulas, plainForm_isFoundIgnoringCase) {
     EXPECT_EQ(findFormula("de76").number, 0);
     EXPECT_EQ(findFormula("DE94").number, 1);
-    EXPECT_EQ(findFormula("de2000").number, 2);
+}
+
+// Kept on purpose: whoever asks for 2000 means the publication, and the kernel's formula is asked for by its
+// own name.
+TEST(formulas, everyShortWordFor2000_isThePublishedFormula) {
+    for (const char* word : {"CIEDE2000", "ciede2000", "2000", "de2000", "00", "dE00", "DE00"}) {
+        EXPECT_EQ(findFormula(word).number, kCiede2000) << word;
+        EXPECT_STREQ(findFormula(word).name, "CIEDE2000");
+    }
+}
+
+TEST(formulas, kernelsFormulaOf2000_tellsHowItDiffersFromThePublication) {
+    for (int number = kCiede2000; number <= 4; ++number)
+        EXPECT_EQ(formula(number).remark != nullptr, number == 2) << number;
+    EXPECT_THAT(formula(2).remark, AllOf(HasSubstr("not CIEDE2000 as published"),
+                                         HasSubstr("6 to 10 percent of real patches by more than 0.1"),
+                                         HasSubstr("up to 1.9"), HasSubstr("--formula CIEDE2000")));
 }
 
 TEST(formulas, unknownName_isRefusedWithTheKnownOnes) {
-    EXPECT_THAT(usageRefusal([] { findFormula("Delta E 76"); }),
-                AllOf(HasSubstr("\"Delta E 76\""), HasSubstr("\"CIELAB Delta E (Classic)\" or 76"),
-                      HasSubstr("\"Delta E 94\" or 94"), HasSubstr("\"Delta E 2000\" or 2000"),
-                      HasSubstr("\"CMC(1:1)\" or cmc11"), HasSubstr("\"CMC(2:1)\" or cmc21"),
-                      HasSubstr("de76, CIE 1976"), HasSubstr("de94, CIE 1994"),
-                      HasSubstr("de2000, CIEDE2000")));
+    EXPECT_THAT(
+        usageRefusal([] { findFormula("classic"); }),
+        AllOf(HasSubstr("unknown formula \"classic\""), HasSubstr("\"CIEDE2000\" or 2000, de2000, 00, dE00"),
+              HasSubstr("\"CIELAB Delta E (Classic)\" or 76, de76, CIE 1976"),
+              HasSubstr("\"Delta E 94\" or 94, de94, CIE 1994"), HasSubstr("\"Delta E 2000\" or kernel2000"),
+              HasSubstr("\"CMC(1:1)\" or cmc11"), HasSubstr("\"CMC(2:1)\" or cmc21")));
     usageRefusal([] { findFormula(""); });
+}
+
+TEST(formulas, unknownName_isRefusedWithTheNearestOnes) {
+    EXPECT_THAT(usageRefusal([] { findFormula("CIEDE200"); }), HasSubstr("(did you mean CIEDE2000"));
+    EXPECT_THAT(usageRefusal([] { findFormula("Delta E 76"); }), HasSubstr("did you mean Delta E 94"));
 }
 
 TEST(observers, name_isFoundIgnoringCase) {
@@ -78,6 +98,26 @@ TEST(observers, name_isFoundIgnoringCase) {
 TEST(observers, number_isEnough) {
     EXPECT_EQ(findObserver("2").GetNumber(), 0u);
     EXPECT_EQ(findObserver("10").GetNumber(), 1u);
+}
+
+TEST(observers, otherSpellings_areUnderstood) {
+    for (const char* name : {"2deg", "2 deg", "2-Degree", "1931", "CIE 1931", "cie1931"}) {
+        EXPECT_EQ(findObserver(name).GetNumber(), 0u) << name;
+        EXPECT_EQ(canonicalObserver(name), "2 degree") << name;
+    }
+    for (const char* name : {"10DEG", "10 deg", "10-degree", "1964", "CIE 1964", "CIE1964"}) {
+        EXPECT_EQ(findObserver(name).GetNumber(), 1u) << name;
+        EXPECT_EQ(canonicalObserver(name), "10 degree") << name;
+    }
+}
+
+TEST(observers, canonicalNameOfAnUnknownOne_isTheTextAsItIs) {
+    EXPECT_EQ(canonicalObserver("5 degree"), "5 degree");
+}
+
+TEST(observers, unknownName_isRefusedWithTheNearestOnes) {
+    EXPECT_THAT(usageRefusal([] { findObserver("3 degree"); }),
+                HasSubstr("unknown observer \"3 degree\" (did you mean 2 degree or 10 degree?)"));
 }
 
 TEST(observers, unknownName_isRefusedWithTheKnownOnes) {
@@ -126,12 +166,39 @@ TEST(illuminants, names_areInNaturalOrder) {
     EXPECT_LT(place("D50"), place("D65"));
 }
 
+TEST(illuminants, lampOfTheLongName_isTheOneOfTheShort) {
+    const qxcms::tests::ReportCollector quiet;
+    const Illuminants illuminants;
+    EXPECT_STREQ(illuminants.find("FL11")->GetName(), "CIE Illuminant F11");
+    EXPECT_STREQ(illuminants.find("fl2")->GetName(), "CIE Illuminant F2");
+    EXPECT_STREQ(illuminants.find("CIE Illuminant FL12")->GetName(), "CIE Illuminant F12");
+}
+
+TEST(illuminants, shortName_isTheCies) {
+    for (const char* name : {"CIE Illuminant D50", "cie illuminant d50", "d50", "D50"})
+        EXPECT_EQ(shortIlluminant(name), "D50") << name;
+    EXPECT_EQ(shortIlluminant("FL11"), "F11");
+    EXPECT_EQ(shortIlluminant("cie illuminant fl7"), "F7");
+    EXPECT_EQ(shortIlluminant("A"), "A");
+    EXPECT_EQ(shortIlluminant("FL"), "FL");
+    EXPECT_EQ(shortIlluminant("FLUO"), "FLUO");
+}
+
 TEST(illuminants, unknownName_isRefusedWithTheKnownOnes) {
     const qxcms::tests::ReportCollector quiet;
     const Illuminants illuminants;
     for (const char* name : {"D99", "", "CIE Illuminant D99", "CIE Illuminant "})
         EXPECT_THAT(usageRefusal([&] { illuminants.find(name); }),
-                    AllOf(HasSubstr("D50, "), HasSubstr("CIE Illuminant A, ")));
+                    AllOf(HasSubstr("unknown illuminant"), HasSubstr("D50, "), HasSubstr("known are A, ")));
+}
+
+// One letter away from D51 are, in the order of the list, D50, D55 and others that end in 1.
+TEST(illuminants, unknownName_isRefusedWithTheNearestOnes) {
+    const qxcms::tests::ReportCollector quiet;
+    const Illuminants illuminants;
+    EXPECT_THAT(usageRefusal([&] { illuminants.find("D51"); }),
+                HasSubstr("unknown illuminant \"D51\" (did you mean D50 or D55"));
+    EXPECT_THAT(usageRefusal([&] { illuminants.find("F13"); }), HasSubstr("did you mean F1"));
 }
 
 TEST(illuminants, emptyDirectory_isRefusedWithItsNameAndTheRemedy) {
@@ -155,7 +222,7 @@ protected:
     Illuminants illuminants;
 
     std::array<double, 3> whiteOf(const char* illuminant, const char* observer) const {
-        return Conditions(*illuminants.find(illuminant), findObserver(observer), findFormula("76")).white();
+        return Conditions(*illuminants.find(illuminant), findObserver(observer)).white();
     }
 };
 
@@ -175,6 +242,43 @@ TEST_F(conditions, whiteOfF11_isThatOfThePublishedWeights) {
                                      testing::DoubleNear(64.3508, 1e-4)));
 }
 
+// Printed by ASTM E308.
+TEST_F(conditions, publishedWhite_isTheOnePrinted) {
+    EXPECT_THAT(Conditions(*illuminants.find("D50"), findObserver("2")).publishedWhite(),
+                testing::ElementsAre(96.422, 100.0, 82.521));
+    EXPECT_THAT(Conditions(*illuminants.find("D65"), findObserver("10")).publishedWhite(),
+                testing::ElementsAre(94.811, 100.0, 107.304));
+}
+
+TEST_F(conditions, publishedWhiteOfAnIlluminantThatNobodyPublished_isThatOfTheWeights) {
+    std::array<double, 36> equal;
+    equal.fill(1.0);
+    const TSpectrum spectrum(equal.data());
+    const TIlluminant own(&spectrum, "Own");
+    const Conditions result(own, findObserver("2"));
+    EXPECT_EQ(result.publishedWhite(), result.white());
+}
+
+// Each white is that of its own kind: there both kinds are neutral.
+TEST_F(conditions, spectraAndTristimulusValues_areNeutralOnTheirOwnWhites) {
+    const Conditions d50(*illuminants.find("D50"), findObserver("2"));
+    std::array<double, 36> full;
+    full.fill(1.0);
+    for (const Lab& lab : {d50.labOf(TSpectrum(full.data())), d50.labOf({96.422, 100.0, 82.521})}) {
+        EXPECT_NEAR(lab[0], 100.0, 1e-9);
+        EXPECT_NEAR(lab[1], 0.0, 1e-9);
+        EXPECT_NEAR(lab[2], 0.0, 1e-9);
+    }
+}
+
+// a* = 500 ((96.384116 / 96.422)^(1/3) - 1), b* = 200 (1 - (82.453534 / 82.521)^(1/3)).
+TEST_F(conditions, whiteOfTheWeights_isNoNeutralAmongTristimulusValues) {
+    const Conditions d50(*illuminants.find("D50"), findObserver("2"));
+    const Lab lab = d50.labOf({96.384116, 100.0, 82.453534});
+    EXPECT_NEAR(lab[1], -0.065492, 1e-5);
+    EXPECT_NEAR(lab[2], 0.054519, 1e-5);
+}
+
 TEST_F(conditions, f2f7f11WithTheTenDegreeObserver_areRefused) {
     for (const char* name : {"F2", "F7", "F11"})
         EXPECT_THAT(usageRefusal([&] { whiteOf(name, "10"); }), HasSubstr("2 degree"));
@@ -189,7 +293,7 @@ TEST_F(conditions, illuminantWithoutPower_isRefused) {
     const TSpectrum spectrum(dark.data());
     const TIlluminant night(&spectrum, "Night");
     try {
-        const Conditions refused(night, findObserver("2"), findFormula("76"));
+        const Conditions refused(night, findObserver("2"));
         FAIL();
     } catch (const Refusal& refusal) {
         EXPECT_EQ(refusal.kind(), Refusal::Kind::unreadable);

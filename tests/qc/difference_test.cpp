@@ -4,8 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include "qc/formulas.h"
+
 using qxcms::qc::Difference;
 using qxcms::qc::difference;
+using qxcms::qc::kCiede2000;
 using qxcms::qc::Lab;
 
 namespace {
@@ -51,6 +54,27 @@ TEST(difference, hue_ofOneHueIsZeroWithoutASign) {
     EXPECT_FALSE(std::signbit(d.hue));
 }
 
+// The distance in the plane of a* and b*: neither the lightness nor the direction counts.
+TEST(difference, chromaticness_isTheDistanceOfTheChromaticities) {
+    EXPECT_EQ(difference({90.0, 1.0, -2.0}, {20.0, -2.0, 2.0}, kCie76).chromaticness, 5.0);
+    EXPECT_EQ(difference({20.0, -2.0, 2.0}, {90.0, 1.0, -2.0}, kCie76).chromaticness, 5.0);
+    EXPECT_EQ(difference({90.0, 3.0, 4.0}, {20.0, 3.0, 4.0}, kCie76).chromaticness, 0.0);
+}
+
+// Grey balance: two tints of one chroma and opposite hues are far from each other.
+TEST(difference, chromaticness_isNotTheDifferenceOfTheChromas) {
+    const Difference d = difference({50.0, 0.0, 2.0}, {50.0, 0.0, -2.0}, kCie76);
+    EXPECT_EQ(d.chroma, 0.0);
+    EXPECT_EQ(d.chromaticness, 4.0);
+}
+
+TEST(difference, chromaticness_isChromaAndHueTogetherInEveryFormula) {
+    for (int formula = kCiede2000; formula <= 4; ++formula) {
+        const Difference d = difference({61.5, 12.25, -33.0}, {58.0, 20.5, -21.0}, formula);
+        EXPECT_NEAR(d.chroma * d.chroma + d.hue * d.hue, d.chromaticness * d.chromaticness, 1e-9) << formula;
+    }
+}
+
 TEST(difference, threeDifferences_sumToTheCie1976Difference) {
     const Difference d = difference({61.5, 12.25, -33.0}, {58.0, 20.5, -21.0}, kCie76);
     EXPECT_NEAR(d.lightness * d.lightness + d.chroma * d.chroma + d.hue * d.hue, d.total * d.total, 1e-9);
@@ -66,9 +90,14 @@ TEST(difference, cie1994_takesTheSecondColourAsTheStandard) {
     EXPECT_NEAR(difference({50.0, 10.0, 0.0}, {50.0, 20.0, 0.0}, kCie94).total, 10.0 / 1.90, 1e-12);
 }
 
+// Pair 19 of the CIEDE2000 test data.
+TEST(difference, ciede2000_isAsPublished) {
+    EXPECT_NEAR(difference({50.0, 2.5, 0.0}, {56.0, -27.0, -3.0}, kCiede2000).total, 31.9030, 0.00005);
+}
+
 TEST(difference, equalColours_differByNothingInEveryFormula) {
     const Lab lab = {37.419544671192781, 12.833049894796833, -15.830779162616759};
-    for (int formula = kCie76; formula <= 4; ++formula)
+    for (int formula = kCiede2000; formula <= 4; ++formula)
         EXPECT_EQ(difference(lab, lab, formula).total, 0.0) << formula;
 }
 

@@ -1,5 +1,7 @@
 #include "qc/lab_rows.h"
 
+#include "qc/conditions.h"
+
 #include <gmock/gmock.h>
 
 #include "measurement/tonemeasurement.h"
@@ -7,24 +9,24 @@
 #include "qc/observers.h"
 #include "qc/refusal.h"
 #include "spectral/tilluminantandobserver.h"
-#include "tests/cli/chart_text.h"
+#include "tests/support/chart_text.h"
 
 using namespace qxcms::qc;
 using qxcms::tests::chartText;
 using qxcms::tests::OwnedChart;
 using testing::AllOf;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 namespace {
 
 class labRowsOf : public testing::Test {
 protected:
     Illuminants illuminants;
-    Conditions d50{*illuminants.find("D50"), findObserver("2"), findFormula("76")};
+    Conditions d50{*illuminants.find("D50"), findObserver("2")};
 
-    LabRows rows(const std::string& fields, const std::vector<std::string>& lines, ColorSource source) const {
-        return labRows(OwnedChart("chart.txt", chartText(fields, lines)), source, d50);
+    std::vector<Lab> rows(const std::string& fields, const std::vector<std::string>& lines,
+                          ColorSource source) const {
+        return labRows(OwnedChart("chart.txt", chartText(fields, lines)), source, &d50);
     }
 
     std::string refusal(const std::string& fields, const std::vector<std::string>& lines,
@@ -51,34 +53,33 @@ void expectLab(const Lab& lab, double l, double a, double b, double tolerance) {
 }
 
 TEST_F(labRowsOf, labColumns_standAsTheyAre) {
-    const LabRows result = rows(kLab, {"1 50.125 -3.5 4", "2 101 0 -200"}, ColorSource::lab);
-    ASSERT_EQ(result.rows.size(), 2u);
-    EXPECT_EQ(result.rows[0], (Lab{50.125, -3.5, 4.0}));
-    EXPECT_EQ(result.rows[1], (Lab{101.0, 0.0, -200.0}));
+    const std::vector<Lab> result = rows(kLab, {"1 50.125 -3.5 4", "2 101 0 -200"}, ColorSource::lab);
+    ASSERT_EQ(result.size(), 2u);
+    EXPECT_EQ(result[0], (Lab{50.125, -3.5, 4.0}));
+    EXPECT_EQ(result[1], (Lab{101.0, 0.0, -200.0}));
 }
 
 // L* = 116 * 0.18^(1/3) - 16 = 49.496 for 18 % of the white.
-TEST_F(labRowsOf, xyzColumns_areConvertedOnTheWhite) {
-    const LabRows result =
-        rows(kXyz, {"1 96.384116 100 82.453534", "2 17.34914088 18 14.84163612"}, ColorSource::xyz);
-    ASSERT_EQ(result.rows.size(), 2u);
-    expectLab(result.rows[0], 100.0, 0.0, 0.0, 0.0001);
-    expectLab(result.rows[1], 49.4961, 0.0, 0.0, 0.0001);
+TEST_F(labRowsOf, xyzColumns_areConvertedOnThePublishedWhite) {
+    const std::vector<Lab> result =
+        rows(kXyz, {"1 96.422 100 82.521", "2 17.35596 18 14.85378"}, ColorSource::xyz);
+    ASSERT_EQ(result.size(), 2u);
+    expectLab(result[0], 100.0, 0.0, 0.0, 0.0001);
+    expectLab(result[1], 49.4961, 0.0, 0.0, 0.0001);
 }
 
 TEST_F(labRowsOf, flatSpectrum_isNeutral) {
-    const LabRows result = rows(kThreeBands, {"1 1 1 1", "2 0.18 0.18 0.18"}, ColorSource::spectra);
-    ASSERT_EQ(result.rows.size(), 2u);
-    expectLab(result.rows[0], 100.0, 0.0, 0.0, 1e-9);
-    expectLab(result.rows[1], 49.4961, 0.0, 0.0, 0.0001);
-    EXPECT_THAT(result.remarks, IsEmpty());
+    const std::vector<Lab> result = rows(kThreeBands, {"1 1 1 1", "2 0.18 0.18 0.18"}, ColorSource::spectra);
+    ASSERT_EQ(result.size(), 2u);
+    expectLab(result[0], 100.0, 0.0, 0.0, 1e-9);
+    expectLab(result[1], 49.4961, 0.0, 0.0, 0.0001);
 }
 
 TEST_F(labRowsOf, spectraInPercent_countAsFractions) {
-    const LabRows result = rows(kThreeBands, {"1 100 100 100", "2 18 18 18"}, ColorSource::spectra);
-    ASSERT_EQ(result.rows.size(), 2u);
-    expectLab(result.rows[0], 100.0, 0.0, 0.0, 1e-9);
-    expectLab(result.rows[1], 49.4961, 0.0, 0.0, 0.0001);
+    const std::vector<Lab> result = rows(kThreeBands, {"1 100 100 100", "2 18 18 18"}, ColorSource::spectra);
+    ASSERT_EQ(result.size(), 2u);
+    expectLab(result[0], 100.0, 0.0, 0.0, 1e-9);
+    expectLab(result[1], 49.4961, 0.0, 0.0, 0.0001);
 }
 
 TEST_F(labRowsOf, spectra_giveWhatTheirMeasurementGives) {
@@ -92,35 +93,34 @@ TEST_F(labRowsOf, spectra_giveWhatTheirMeasurementGives) {
     ASSERT_NE(measurement, nullptr);
     Lab expected;
     ASSERT_EQ(measurement->GetLAB(illuminant, &observer, d50.white().data(), expected.data()), 0);
-    EXPECT_EQ(labRows(chart, ColorSource::spectra, d50).rows[0], expected);
+    EXPECT_EQ(labRows(chart, ColorSource::spectra, &d50)[0], expected);
 }
 
-// Only the first five rows decide about percent; a light patch behind them is told.
-TEST_F(labRowsOf, fractionsAboveTwo_areTold) {
-    std::vector<std::string> lines(5, "x 1.5 2 1.5");
-    lines.push_back("x 1 2.1 1");
-    const LabRows result = rows(kThreeBands, lines, ColorSource::spectra);
-    ASSERT_EQ(result.remarks.size(), 1u);
-    EXPECT_THAT(result.remarks[0],
-                AllOf(HasSubstr("chart.txt: row 6"), HasSubstr("above 2"), HasSubstr("percent")));
+// The scale is that of the whole chart: its largest Y stays below 2.
+TEST_F(labRowsOf, xyzOnTheScaleOfOne_countsAsThatOfAHundred) {
+    const std::vector<Lab> result =
+        rows(kXyz, {"1 0.96422 1 0.82521", "2 0.1735596 0.18 0.1485378"}, ColorSource::xyz);
+    ASSERT_EQ(result.size(), 2u);
+    expectLab(result[0], 100.0, 0.0, 0.0, 1e-9);
+    expectLab(result[1], 49.4961, 0.0, 0.0, 0.0001);
 }
 
-TEST_F(labRowsOf, bandsThatDoNotCover400To700_areTold) {
-    for (const char* fields : {"nm410 nm550 nm700", "nm400 nm550 nm690", "nm430 nm550 nm560"}) {
-        const LabRows result = rows(fields, {"0.5 0.5 0.5"}, ColorSource::spectra);
-        ASSERT_EQ(result.remarks.size(), 1u) << fields;
-        EXPECT_THAT(result.remarks[0],
-                    AllOf(HasSubstr("chart.txt: "), HasSubstr("do not cover 400 to 700 nm"),
-                          HasSubstr("held constant")));
-    }
-    EXPECT_THAT(rows("nm390 nm550 nm710", {"0.5 0.5 0.5"}, ColorSource::spectra).remarks, IsEmpty());
+// L* = 903.2963 * Y / Yn for Y / Yn up to 0.008856.
+TEST_F(labRowsOf, darkXyzBesideLight_keepsTheScaleOfAHundred) {
+    const std::vector<Lab> result =
+        rows(kXyz, {"1 0.48211 0.5 0.412605", "2 96.422 100 82.521"}, ColorSource::xyz);
+    ASSERT_EQ(result.size(), 2u);
+    expectLab(result[0], 4.51648, 0.0, 0.0, 0.0001);
 }
 
-TEST_F(labRowsOf, xyzOnTheScaleOfOne_isTold) {
-    const LabRows result = rows(kXyz, {"1 0.964 1 0.825", "2 0.17 0.18 0.15"}, ColorSource::xyz);
-    ASSERT_EQ(result.remarks.size(), 1u);
-    EXPECT_THAT(result.remarks[0], AllOf(HasSubstr("chart.txt: the largest Y is 1;"), HasSubstr("Y = 100")));
-    EXPECT_THAT(rows(kXyz, {"1 1 1 1", "2 2 2 2"}, ColorSource::xyz).remarks, IsEmpty());
+// L* = 116 * 0.02^(1/3) - 16.
+TEST_F(labRowsOf, xyzWhoseLargestYIsTwo_isOnTheScaleOfAHundred) {
+    expectLab(rows(kXyz, {"1 1.92844 2 1.65042"}, ColorSource::xyz).at(0), 15.4872, 0.0, 0.0, 0.0001);
+}
+
+TEST_F(labRowsOf, labColumns_needNoConditions) {
+    const OwnedChart chart("chart.txt", chartText(kLab, {"1 50 -3 4"}));
+    EXPECT_EQ(labRows(chart, ColorSource::lab, nullptr).at(0), (Lab{50.0, -3.0, 4.0}));
 }
 
 TEST_F(labRowsOf, labValueThatIsNotFinite_isRefusedWithRowAndColumn) {
@@ -172,7 +172,7 @@ TEST_F(labRowsOf, exactly1024Bands_areAccepted) {
         fields += "nm" + std::to_string(nm) + ' ';
         line += "1 ";
     }
-    expectLab(rows(fields, {line}, ColorSource::spectra).rows.at(0), 100.0, 0.0, 0.0, 1e-9);
+    expectLab(rows(fields, {line}, ColorSource::spectra).at(0), 100.0, 0.0, 0.0, 1e-9);
 }
 
 TEST(colorSource, isTheFirstOfSpectraLabXyz) {

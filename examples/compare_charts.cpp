@@ -1,0 +1,23 @@
+#include <cstdio>
+
+#include "qc/qc.h"
+
+int main(int argc, char** argv) {
+    if (argc != 3)
+        return 2;
+    const auto measured = qxcms::qc::openChart(argv[1]);
+    const auto reference = qxcms::qc::openChart(argv[2]);
+    for (const auto* file : {&measured, &reference})
+        if (!*file)
+            return std::fprintf(stderr, "%s\n", file->refusal().what()), 3;
+    const auto compared = qxcms::qc::compare(measured->chart(), reference->chart());
+    if (!compared)
+        return std::fprintf(stderr, "%s\n", compared.refusal().what()), 4;
+    for (const auto& finding : compared->findings)
+        std::printf("%s\n", finding.text.c_str());
+    std::printf("%zu patches paired by %s, for %s and %s\n", compared->patches.size(),
+                compared->pairing.by.c_str(), compared->conditions.illuminant.value.c_str(),
+                compared->conditions.observer.value.c_str());
+    std::printf("%s: mean %.2f, 95th percentile %.2f, largest %.2f\n", compared->formula.name,
+                compared->statistics.mean, compared->statistics.percentile95, compared->statistics.maximum);
+}

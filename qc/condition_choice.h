@@ -1,0 +1,56 @@
+/// @file
+/// Which conditions a comparison is made for, and whether its sides may be compared at all.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "qc/document_conditions.h"
+#include "qc/finding.h"
+#include "qc/lab_rows.h"
+
+namespace qxcms::qc {
+
+/// One side of a comparison, as its document describes it.
+struct DescribedSide {
+    std::string name; ///< of the file, for messages
+    ColorSource source;
+    DocumentConditions conditions;
+
+    /// Lab and XYZ hold for their own conditions only; spectra are integrated for any.
+    bool isBound() const { return source != ColorSource::spectra; }
+};
+
+/// A condition and where it comes from.
+struct ChosenCondition {
+    enum class Origin { asked, declared, freeText, assumed };
+
+    std::string value; ///< "D50", "2 degree"
+    Origin origin;
+};
+
+/// "asked", "declared", "text", "assumed".
+const char* nameOf(ChosenCondition::Origin origin);
+
+struct ChosenConditions {
+    ChosenCondition illuminant;
+    ChosenCondition observer;
+    bool forced = false; ///< declared conditions differ, and the comparison is made all the same
+    std::vector<Finding> findings;
+};
+
+/// Illuminant and observer are those that are asked for, else those that a bound side declares (the measured
+/// one before the reference), else those that a text of it names, else D50 and 2 degree.
+///
+/// Declared conditions that differ - of the illuminant and the observer those of bound sides and those asked
+/// for, of measurement condition, backing, geometry and filter those of both sides - are refused. What only
+/// one side declares is warned about; nothing declared is noted as an assumption.
+/// @param askedIlluminant, askedObserver as DocumentConditions has them; nothing where none is asked for.
+/// @param force compares what differs, with a warning for each.
+/// @throws Refusal (notComparable) that names every condition that differs, with the lines that say so.
+ChosenConditions chooseConditions(const DescribedSide& measured, const DescribedSide& reference,
+                                  const std::optional<std::string>& askedIlluminant,
+                                  const std::optional<std::string>& askedObserver, bool force);
+
+} // namespace qxcms::qc

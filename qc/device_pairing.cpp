@@ -1,0 +1,377 @@
+#include "qc/device_pairing.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <numeric>
+#include <utility>
+
+#include "base/number_text.h"
+#include "qc/count_text.h"
+#include "qc/printable_text.h"
+#include "qc/refusal.h"
+#include "qc/unused_samples.h"
+
+namespace qxcms::qc {
+
+namespace {
+
+const auto kTolerance = static_cast<Coordinate>(std::lround(kDeviceTolerance * kUnitsPerPercent));
+
+// The rows of one chart by their device values.
+struct Groups {
+    PointSet points;                    // every device value once, ascending
+    std::vector<std::vector<int>> rows; // of each, ascending
+};
+
+Groups grouped(const PointSet& points) {
+    const std::size_t width = points.dimensions;
+    const auto pointOf = [&](int row) { return points.point(static_cast<std::size_t>(row)); };
+    std::vector<int> order(points.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(), [&](int left, int right) {
+        return std::lexicographical_compare(pointOf(left), pointOf(left) + width, pointOf(right),
+                                            pointOf(right) + width);
+    });
+    Groups groups{{width, {}}, {}};
+    for (const int row : order) {
+        const Coordinate* point = pointOf(row);
+        if (groups.rows.empty() ||
+            !std::equal(point, point + width, groups.points.point(groups.rows.size() - 1))) {
+            groups.points.coordinates.insert(groups.points.coordinates.end(), point, point + width);
+            groups.rows.emplace_back();
+        }
+        groups.rows.back().push_back(row);
+    }
+    return groups;
+}
+
+// What became of a measured device value.
+enum class Outcome {
+    paired,
+    alone,  // no reference value lies within the tolerance
+    atATie, // two lie equally near, or it and another measured one to the same
+    outdone // another measured one lies nearer to its reference value
+};
+
+struct Counterpart {
+    Outcome outcome;
+    std::size_t reference; // the group, when paired
+};
+
+// The group of exactly this device value; the number of groups when there is none.
+std::size_t groupOf(const Coordinate* point, const Groups& groups) {
+    const std::size_t width = groups.points.dimensions;
+    std::size_t begin = 0;
+    std::size_t end = groups.rows.size();
+    while (begin < end) {
+        const std::size_t middle = begin + (end - begin) / 2;
+        const Coordinate* other = groups.points.point(middle);
+        if (std::lexicographical_compare(other, other + width, point, point + width))
+            begin = middle + 1;
+        else
+            end = middle;
+    }
+    const bool found =
+        begin < groups.rows.size() && std::equal(point, point + width, groups.points.point(begin));
+    return found ? begin : groups.rows.size();
+}
+
+// Two device values belong together when each is the other's only nearest one, as equal ones are.
+std::vector<Counterpart> counterparts(const Groups& measured, const Groups& reference) {
+    const PointIndex measuredIndex(measured.points);
+    const PointIndex referenceIndex(reference.points);
+    std::vector<Counterpart> result;
+    result.reserve(measured.rows.size());
+    for (std::size_t group = 0; group < measured.rows.size(); ++group) {
+        const std::size_t equal = groupOf(measured.points.point(group), reference);
+        if (equal < reference.rows.size()) {
+            result.push_back({Outcome::paired, equal});
+            continue;
+        }
+        const NearestPoint there = referenceIndex.nearest(measured.points.point(group), kTolerance);
+        Counterpart counterpart{Outcome::alone, 0};
+        if (there.point >= 0) {
+            counterpart.reference = static_cast<std::size_t>(there.point);
+            const NearestPoint back =
+                measuredIndex.nearest(reference.points.point(counterpart.reference), there.distance);
+            counterpart.outcome = back.distance < there.distance ? Outcome::outdone
+                                  : there.unique && back.unique  ? Outcome::paired
+                                                                 : Outcome::atATie;
+        }
+        result.push_back(counterpart);
+    }
+    return result;
+}
+
+// Measured rows that share a fate.
+struct Rows {
+    int count = 0;
+    int first = -1;
+
+    void add(const std::vector<int>& rows) {
+        first = count == 0 ? rows.front() : std::min(first, rows.front());
+        count += static_cast<int>(rows.size());
+    }
+};
+
+struct Matching {
+    DeviceRanges ranges;
+    std::vector<RowPair> pairs;
+    int usedReference = 0;
+    Rows alone;
+    Rows atATie;
+    Rows outdone;
+    Rows againstMean;
+    Rows inTheirOrder;
+    Rows againstOne;
+
+    int unusedMeasured() const { return alone.count + atATie.count + outdone.count; }
+};
+
+// Rows of equal device values pair first with first, or each with all.
+void addPairs(const std::vector<int>& measured, const std::vector<int>& reference, Matching& matching) {
+    const bool oneByOne = measured.size() == reference.size();
+    for (std::size_t i = 0; i < measured.size(); ++i)
+        matching.pairs.push_back({measured[i], oneByOne ? std::vector<int>{reference[i]} : reference});
+    matching.usedReference += static_cast<int>(reference.size());
+    if (!oneByOne)
+        (reference.size() > 1 ? matching.againstMean : matching.againstOne).add(measured);
+    else if (measured.size() > 1)
+        matching.inTheirOrder.add(measured);
+}
+
+Matching match(const DeviceValues& measured, const DeviceValues& reference, const DeviceRanges& ranges) {
+    const Groups ours = grouped(onGrid(measured, ranges.measured));
+    const Groups theirs = grouped(onGrid(reference, ranges.reference));
+    const std::vector<Counterpart> found = counterparts(ours, theirs);
+    Matching matching;
+    matching.ranges = ranges;
+    for (std::size_t group = 0; group < found.size(); ++group) {
+        const std::vector<int>& rows = ours.rows[group];
+        switch (found[group].outcome) {
+        case Outcome::paired:
+            addPairs(rows, theirs.rows[found[group].reference], matching);
+            break;
+        case Outcome::alone:
+            matching.alone.add(rows);
+            break;
+        case Outcome::atATie:
+            matching.atATie.add(rows);
+            break;
+        case Outcome::outdone:
+            matching.outdone.add(rows);
+            break;
+        }
+    }
+    std::sort(matching.pairs.begin(), matching.pairs.end(),
+              [](const RowPair& left, const RowPair& right) { return left.measured < right.measured; });
+    return matching;
+}
+
+// By the ranges that pair the most rows.
+Matching bestMatch(const DeviceValues& measured, const DeviceValues& reference) {
+    Matching best;
+    for (const DeviceRanges& ranges : possibleRanges(measured, reference)) {
+        Matching matching = match(measured, reference, ranges);
+        if (best.pairs.empty() || matching.pairs.size() > best.pairs.size())
+            best = std::move(matching);
+    }
+    return best;
+}
+
+/// Puts what there is to know about a pairing into words.
+class Words {
+public:
+    Words(const Chart& measuredChart, const Chart& referenceChart, const DeviceChannels& shared,
+          const DeviceValues& measuredDevice)
+        : measured(measuredChart), reference(referenceChart), channels(shared),
+          measuredValues(measuredDevice), measuredName(printable(measuredChart.name)),
+          referenceName(printable(referenceChart.name)) {}
+
+    // "CMYK 40 0 0 0"
+    std::string valueOf(int row) const {
+        std::string text = channels.name;
+        const std::size_t first = static_cast<std::size_t>(row) * measuredValues.channels;
+        for (std::size_t i = first; i < first + measuredValues.channels; ++i)
+            text += ' ' + detail::generalText(measuredValues.values[i], 6);
+        return text;
+    }
+
+    // "3 samples of FILE, the first in row 5 (CMYK 40 0 0 0), are", the last word being `one` or `many`.
+    std::string subject(const Rows& rows, const char* one, const char* many) const {
+        const std::string place =
+            "row " + std::to_string(rows.first + 1) + " (" + valueOf(rows.first) + "), ";
+        if (rows.count == 1)
+            return "1 sample of " + measuredName + ", " + place + one;
+        return countText(static_cast<std::size_t>(rows.count)) + " samples of " + measuredName +
+               ", the first in " + place + many;
+    }
+
+    std::string onScale(const std::string& file, double range) const {
+        return file + ": the " + channels.name + " values are taken to be on a scale of 0 to " +
+               detail::generalText(range, 6);
+    }
+
+    void addScales(const DeviceRanges& ranges, const DeviceValues& referenceValues,
+                   std::vector<Finding>& findings) const {
+        const bool rgb = channels.name == "RGB";
+        const bool differ = ranges.measured != ranges.reference;
+        const auto isToldOf = [&](double range) { return rgb ? differ || range == 1 : range != 100; };
+        if (measuredValues.range != 0 && isToldOf(ranges.measured))
+            add(findings, Finding::Severity::note, Finding::Kind::deviceScale,
+                onScale(measuredName, ranges.measured));
+        if (referenceValues.range != 0 && isToldOf(ranges.reference))
+            add(findings, Finding::Severity::note, Finding::Kind::deviceScale,
+                onScale(referenceName, ranges.reference));
+    }
+
+    void addDoubts(const Matching& matching, const DeviceValues& referenceValues,
+                   std::vector<Finding>& findings) const {
+        const auto tell = [&](Finding::Severity severity, const std::string& text) {
+            add(findings, severity, Finding::Kind::ambiguousSamples, text);
+        };
+        const std::string colorants = differentColorants(measured, reference);
+        if (!colorants.empty())
+            tell(Finding::Severity::warning, colorants + "; they are taken for the same");
+        if (isBlank(measured, measuredValues))
+            tell(Finding::Severity::warning, blank(measuredName));
+        if (isBlank(reference, referenceValues))
+            tell(Finding::Severity::warning, blank(referenceName));
+        if (matching.againstMean.count > 0)
+            tell(Finding::Severity::note, subject(matching.againstMean, "is", "are") +
+                                              " compared with the mean of the samples of " + referenceName +
+                                              " that hold the same device values, as their numbers differ");
+        if (matching.againstOne.count > 0)
+            tell(Finding::Severity::note, subject(matching.againstOne, "repeats", "repeat") +
+                                              " device values that " + referenceName +
+                                              " holds once; each is compared with that one sample");
+        if (matching.inTheirOrder.count > 0)
+            tell(Finding::Severity::note, subject(matching.inTheirOrder, "repeats", "repeat") +
+                                              " device values, as often as " + referenceName +
+                                              " does; they are paired in their order");
+        if (matching.atATie.count > 0)
+            tell(Finding::Severity::warning,
+                 subject(matching.atATie, "lies", "lie") +
+                     " about as near to one device value as to another; left out");
+        if (matching.outdone.count > 0)
+            tell(Finding::Severity::warning, subject(matching.outdone, "lies", "lie") +
+                                                 " near to a sample of " + referenceName +
+                                                 " to which another measured one lies nearer; left out");
+    }
+
+private:
+    static void add(std::vector<Finding>& findings, Finding::Severity severity, Finding::Kind kind,
+                    const std::string& text) {
+        findings.push_back({severity, kind, text});
+    }
+
+    static bool isBlank(const Chart& chart, const DeviceValues& values) {
+        return chart.rows() > 1 && values.areEqualOnEveryRow();
+    }
+
+    std::string blank(const std::string& file) const {
+        return file + ": the " + channels.name +
+               " values are the same on every row; if they were never filled in, pair by identifiers "
+               "(--pair id)";
+    }
+
+    const Chart& measured;
+    const Chart& reference;
+    const DeviceChannels& channels;
+    const DeviceValues& measuredValues;
+    std::string measuredName;
+    std::string referenceName;
+};
+
+} // namespace
+
+Pairing pairByDeviceValues(const Chart& measured, const Chart& reference, const DeviceChannels& channels) {
+    const DeviceValues ours = deviceValues(measured, channels.measured);
+    const DeviceValues theirs = deviceValues(reference, channels.reference);
+    Matching matching = bestMatch(ours, theirs);
+    if (matching.pairs.empty())
+        throw Refusal(Refusal::Kind::notComparable,
+                      "no " + channels.name + " value of " + printable(measured.name) +
+                          " has a counterpart within " + detail::generalText(kDeviceTolerance, 6) +
+                          " percent in " + printable(reference.name) +
+                          ", so these seem to be two charts; --pair id or --pair order pairs them all the "
+                          "same");
+    Pairing pairing;
+    pairing.rule = PairRule::deviceValues;
+    pairing.by = channels.name;
+    pairing.unusedMeasured = matching.unusedMeasured();
+    pairing.unusedReference = reference.rows() - matching.usedReference;
+    const Words words(measured, reference, channels, ours);
+    words.addScales(matching.ranges, theirs, pairing.findings);
+    words.addDoubts(matching, theirs, pairing.findings);
+    pairing.pairs = std::move(matching.pairs);
+    addUnusedSamples(
+        measured, reference, [&](int row) { return words.valueOf(row); }, pairing);
+    return pairing;
+}
+
+namespace {
+
+// The pairs whose device values differ by more than the tolerance.
+struct Contradiction {
+    std::size_t count = 0;
+    RowPair first = {};
+    std::size_t channel = 0; // the first that differs in the first pair
+};
+
+Contradiction contradiction(const PointSet& measured, const PointSet& reference,
+                            const std::vector<RowPair>& pairs) {
+    Contradiction result;
+    for (const RowPair& pair : pairs) {
+        const Coordinate* ours = measured.point(static_cast<std::size_t>(pair.measured));
+        const Coordinate* theirs = reference.point(static_cast<std::size_t>(pair.reference.front()));
+        for (std::size_t channel = 0; channel < measured.dimensions; ++channel) {
+            if (std::abs(ours[channel] - theirs[channel]) <= kTolerance)
+                continue;
+            if (result.count++ == 0) {
+                result.first = pair;
+                result.channel = channel;
+            }
+            break;
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+std::optional<Finding> differentDeviceValues(const Chart& measured, const Chart& reference,
+                                             const DeviceChannels& channels,
+                                             const std::vector<RowPair>& pairs) {
+    DeviceValues ours;
+    DeviceValues theirs;
+    try {
+        ours = deviceValues(measured, channels.measured);
+        theirs = deviceValues(reference, channels.reference);
+    } catch (const Refusal&) {
+        return std::nullopt;
+    }
+    std::optional<Contradiction> least;
+    for (const DeviceRanges& ranges : possibleRanges(ours, theirs)) {
+        const Contradiction found =
+            contradiction(onGrid(ours, ranges.measured), onGrid(theirs, ranges.reference), pairs);
+        if (!least || found.count < least->count)
+            least = found;
+    }
+    if (least->count == 0)
+        return std::nullopt;
+    const auto rowOf = [&](int row) { return static_cast<std::size_t>(row); };
+    const double left = ours.values[rowOf(least->first.measured) * ours.channels + least->channel];
+    const double right =
+        theirs.values[rowOf(least->first.reference.front()) * theirs.channels + least->channel];
+    return Finding{
+        Finding::Severity::warning, Finding::Kind::otherPairing,
+        "the " + channels.name + " values of " + countText(least->count) + " of " + countText(pairs.size()) +
+            " pairs differ, first " + printable(measured.columnName(channels.measured[least->channel])) +
+            ", " + detail::generalText(left, 6) + " in row " + std::to_string(least->first.measured + 1) +
+            " of " + printable(measured.name) + " and " + detail::generalText(right, 6) + " in row " +
+            std::to_string(least->first.reference.front() + 1) + " of " + printable(reference.name)};
+}
+
+} // namespace qxcms::qc

@@ -1,0 +1,54 @@
+/// @file
+/// What a document says about the conditions of its measurements.
+#pragma once
+
+#include <string>
+
+#include "cgats/tcgats.h"
+
+namespace qxcms::qc {
+
+/// One condition, as far as it is known.
+struct Condition {
+    enum class Standing {
+        unknown,  ///< not named, or named as unknown
+        freeText, ///< named in a descriptive text
+        declared  ///< named where such a condition belongs
+    };
+
+    Standing standing = Standing::unknown;
+    /// "D50", "2 degree", "M1", "white", "45/0", "polarizing", "i1Pro 2"; empty when unknown. A declared
+    /// value of an unknown spelling stands as it is, without blanks around it.
+    std::string value;
+    std::string source; ///< the header line as it stands, keyword and value; empty when there is none
+    std::string contradicted = {}; ///< an earlier line that declares another value; empty when there is none
+
+    bool isDeclared() const { return standing == Standing::declared; }
+};
+
+/// The conditions of one table.
+struct DocumentConditions {
+    Condition illuminant;           ///< "A", "C", "D50", "F11", "LED-B1": the CIE's short name
+    Condition observer;             ///< "2 degree", "10 degree"
+    Condition measurementCondition; ///< "M0", "M1", "M2", "M3" (ISO 13655)
+    Condition backing;              ///< "white", "black", "self"
+    Condition geometry;             ///< "45/0", "0/45", "d/8", "8/d", "d/0"
+    Condition filter;               ///< "none", "polarizing", "UV cut", "D65"
+    Condition instrument;
+    bool isEmission = false; ///< says that it holds measurements of light sources or displays
+};
+
+/// The conditions of a table, read from the header lines before its samples: WEIGHTING_FUNCTION,
+/// ILLUMINATION_NAME, OBSERVER_ANGLE, FILTER, MEASUREMENT_SOURCE, MEASUREMENT_GEOMETRY, SAMPLE_BACKING,
+/// INSTRUMENTATION and the like in the spellings found in files. A later line of the same kind wins over an
+/// earlier one of the same standing; a declared value wins over one from a text. Nothing is read from file
+/// names.
+/// @param document read without error. @param table counted from 0, one that there is.
+DocumentConditions conditionsOf(const TCgats& document, int table);
+
+/// The measuring geometry of the kernel's list (TMeasGeom) that a measurement condition stands for: M0 is
+/// "Ill 45, Obs 0", M2 its "UV Filter", M3 its "Pol Filter". Null for M1, which is not the "D65 Filter", and
+/// for any other text.
+const char* geometryOfMeasurementCondition(const std::string& measurementCondition);
+
+} // namespace qxcms::qc

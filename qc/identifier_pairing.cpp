@@ -1,0 +1,149 @@
+#include "qc/identifier_pairing.h"
+
+#include <algorithm>
+#include <iterator>
+#include <unordered_map>
+
+#include "qc/printable_text.h"
+#include "qc/unused_samples.h"
+
+namespace qxcms::qc {
+
+namespace {
+
+using Texts = std::vector<std::string>;
+using RowOfText = std::unordered_map<std::string, int>;
+
+Texts textsOf(const Chart& chart, int column) {
+    Texts texts;
+    texts.reserve(static_cast<std::size_t>(chart.rows()));
+    for (int row = 0; row < chart.rows(); ++row)
+        texts.push_back(fieldText(chart, row, column));
+    return texts;
+}
+
+RowOfText rowsByText(const Texts& texts) {
+    RowOfText rows;
+    rows.reserve(texts.size());
+    for (std::size_t row = 0; row < texts.size(); ++row)
+        rows.emplace(texts[row], static_cast<int>(row));
+    return rows;
+}
+
+// Why a column does not tell rows apart; empty where it does.
+std::string uselessness(const Chart& chart, const char* name, const Texts& texts) {
+    RowOfText rows;
+    rows.reserve(texts.size());
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const int row = static_cast<int>(i);
+        if (texts[i].empty())
+            return std::string(name) + " is empty in row " + std::to_string(row + 1) + " of " +
+                   printable(chart.name);
+        const auto [earlier, isNew] = rows.emplace(texts[i], row);
+        if (!isNew)
+            return std::string(name) + " " + quoted(texts[i]) + " stands in rows " +
+                   std::to_string(earlier->second + 1) + " and " + std::to_string(row + 1) + " of " +
+                   printable(chart.name);
+    }
+    return "";
+}
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// "1" for "1", "001" and "1.0"; empty for a text that is no whole number.
+std::string wholeNumber(const std::string& text) {
+    const auto first = std::find_if_not(text.begin(), text.end(), [](char c) { return c == '0'; });
+    const auto end = std::find_if_not(first, text.end(), isDigit);
+    if (end == text.begin())
+        return "";
+    if (end != text.end() &&
+        (*end != '.' || !std::all_of(end + 1, text.end(), [](char c) { return c == '0'; })))
+        return "";
+    return first == end ? "0" : std::string(first, end);
+}
+
+// The texts as whole numbers; none unless every one is, and another one.
+Texts wholeNumbers(const Texts& texts) {
+    Texts numbers;
+    numbers.reserve(texts.size());
+    std::transform(texts.begin(), texts.end(), std::back_inserter(numbers), wholeNumber);
+    const RowOfText rows = rowsByText(numbers);
+    return rows.size() == texts.size() && rows.count("") == 0 ? numbers : Texts();
+}
+
+std::vector<RowPair> pairsOf(const Texts& measured, const Texts& reference) {
+    const RowOfText rows = rowsByText(reference);
+    std::vector<RowPair> pairs;
+    pairs.reserve(measured.size());
+    for (std::size_t row = 0; row < measured.size(); ++row) {
+        const auto found = rows.find(measured[row]);
+        if (found != rows.end())
+            pairs.push_back({static_cast<int>(row), {found->second}});
+    }
+    return pairs;
+}
+
+// A note where texts that are written differently were paired.
+void addSpelling(const char* name, const Texts& measured, const Texts& reference, Pairing& pairing) {
+    const auto textOf = [](const Texts& texts, int row) { return texts[static_cast<std::size_t>(row)]; };
+    const auto differ = std::find_if(pairing.pairs.begin(), pairing.pairs.end(), [&](const RowPair& pair) {
+        return textOf(measured, pair.measured) != textOf(reference, pair.reference.front());
+    });
+    if (differ != pairing.pairs.end())
+        pairing.findings.push_back(
+            {Finding::Severity::note, Finding::Kind::ambiguousSamples,
+             std::string(name) + " is compared as a number: " + quoted(textOf(measured, differ->measured)) +
+                 " and " + quoted(textOf(reference, differ->reference.front())) + " are taken for the same"});
+}
+
+// Pairs by one identifier that both charts have.
+IdentifierPairing pairBy(const char* name, const Chart& measured, int measuredColumn, const Chart& reference,
+                         int referenceColumn) {
+    const Texts ours = textsOf(measured, measuredColumn);
+    const Texts theirs = textsOf(reference, referenceColumn);
+    IdentifierPairing result{{PairRule::identifiers, name, {}, 0, 0, {}}, uselessness(measured, name, ours)};
+    if (result.problem.empty())
+        result.problem = uselessness(reference, name, theirs);
+    if (!result.problem.empty())
+        return result;
+    Pairing& pairing = result.pairing;
+    const Texts ourNumbers = wholeNumbers(ours);
+    const Texts theirNumbers = wholeNumbers(theirs);
+    const bool asNumbers = !ourNumbers.empty() && !theirNumbers.empty();
+    pairing.pairs = asNumbers ? pairsOf(ourNumbers, theirNumbers) : pairsOf(ours, theirs);
+    if (pairing.pairs.empty()) {
+        result.problem = std::string("no ") + name + " of " + printable(measured.name) + " stands in " +
+                         printable(reference.name) + " too";
+        return result;
+    }
+    pairing.unusedMeasured = measured.rows() - static_cast<int>(pairing.pairs.size());
+    pairing.unusedReference = reference.rows() - static_cast<int>(pairing.pairs.size());
+    addSpelling(name, ours, theirs, pairing);
+    const auto nameOf = [&](int row) { return name + (' ' + quoted(ours[static_cast<std::size_t>(row)])); };
+    addUnusedSamples(measured, reference, nameOf, pairing);
+    return result;
+}
+
+} // namespace
+
+IdentifierPairing pairByIdentifier(const Chart& measured, const Chart& reference) {
+    IdentifierPairing result{{}, ""};
+    for (const char* name : kIdentifiers) {
+        const int ours = measured.document->GetFieldNameIndex(measured.table, name);
+        const int theirs = reference.document->GetFieldNameIndex(reference.table, name);
+        if (ours < 0 || theirs < 0)
+            continue;
+        IdentifierPairing found = pairBy(name, measured, ours, reference, theirs);
+        if (found.problem.empty())
+            return found;
+        if (result.problem.empty())
+            result.problem = found.problem;
+    }
+    if (result.problem.empty())
+        result.problem = "the files share no identifier (SampleID, SAMPLE_ID, SAMPLE_NAME or SAMPLE_LOC)";
+    return result;
+}
+
+} // namespace qxcms::qc

@@ -1,0 +1,25 @@
+/// @file
+/// Rows that belong together by an identifier. Internal.
+#pragma once
+
+#include <string>
+
+#include "qc/pairing.h"
+
+namespace qxcms::qc {
+
+/// In the order in which they are looked for.
+inline constexpr const char* kIdentifiers[] = {"SampleID", "SAMPLE_ID", "SAMPLE_NAME", "SAMPLE_LOC"};
+
+/// Whether and how identifiers pair two charts.
+struct IdentifierPairing {
+    Pairing pairing;     ///< without pairs where they do not
+    std::string problem; ///< then: why, as a clause
+};
+
+/// By the first of kIdentifiers that both charts have, that is unique and not empty on both sides, and that
+/// pairs any row. Texts compare exactly, except that whole numbers, where there are no other texts, compare
+/// as numbers.
+IdentifierPairing pairByIdentifier(const Chart& measured, const Chart& reference);
+
+} // namespace qxcms::qc

@@ -1,0 +1,42 @@
+/// @file
+/// What speaks against the values of a chart before anything is computed from them.
+#pragma once
+
+#include <vector>
+
+#include "qc/chart.h"
+#include "qc/document_conditions.h"
+#include "qc/finding.h"
+#include "qc/lab_rows.h"
+
+namespace qxcms::qc {
+
+/// Looks at the values that are going to be compared. Each finding is told once for a chart, with its first
+/// row and the number of rows that it holds for. All are warnings unless it says otherwise.
+///
+/// - emission: measurements of light. Declared (`conditions.isEmission`), or shown: spectra beyond 200
+///   percent, or with narrow lines, in a good part of the rows; with RGB device values a Y above 120, or a
+///   white that is the sum of red, green and blue. Nothing is told of values too large then.
+/// - tooLight: L* above 105, of XYZ Y above 120 on a white of 100.
+/// - negativeReflectance, spectralScale: fractions below -0.005 and above 2.
+/// - equalSpectra: all spectra equal where there are two rows and more, all Lab or XYZ where there are four.
+/// - narrowSpectra: bands that do not cover 400 to 700 nm.
+/// - coarseSpectra: bands 20 nm apart and more, with what that costs in colour difference.
+/// - xyzScale: XYZ of 0 to 1; a note when `lab` was made of them times 100.
+/// - labAgainstXyz: Lab and XYZ of one row that disagree by more than 0.5 and than their rounding explains,
+///   where the chart has both and one of them is compared.
+/// - exchangedAxes: a* and b*, where two and more of yellow, magenta, green and blue by the device values
+///   (CMYK, n-colour or RGB) say so and none contradicts, or where Lab agrees with XYZ then.
+/// - paperNotLightest: the lightest patch without ink (process colours all 0, RGB at the top of their scale)
+///   is darker than another one by more than 0.5. Patches that use spot colours do not count.
+///
+/// Fluorescent paper whose reflectance rises above 1 is none of these. Device values on a scale other than 0
+/// to 1, 0 to 100 and 0 to 255, with words among them or with a channel missing are left aside.
+/// @param source what is compared of the chart. @param lab the Lab of each row by `source`, from XYZ on the
+/// scale of their white. @param labFromXyz the Lab of each row by XYZ, on the white of its Lab; empty where
+/// the chart has none or `source` is xyz.
+std::vector<Finding> implausibilities(const Chart& chart, ColorSource source,
+                                      const DocumentConditions& conditions, const std::vector<Lab>& lab,
+                                      const std::vector<Lab>& labFromXyz);
+
+} // namespace qxcms::qc

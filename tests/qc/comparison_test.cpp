@@ -1,0 +1,438 @@
+// Two charts compared: what comes out, and what keeps it from coming out.
+#include "qc/comparison.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/support/chart_text.h"
+#include "tests/support/reports.h"
+
+namespace qxcms::tests {
+namespace {
+
+using namespace qc;
+using testing::AllOf;
+using testing::DoubleNear;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+using testing::StartsWith;
+using Kind = Finding::Kind;
+using Rows = std::vector<std::string>;
+
+constexpr const char* kLab = "SAMPLE_ID LAB_L LAB_A LAB_B";
+constexpr const char* kXyz = "SAMPLE_ID XYZ_X XYZ_Y XYZ_Z";
+constexpr const char* kSpectra = "SAMPLE_ID nm400 nm410 nm550 nm700";
+constexpr const char* kCmykLab = "CMYK_C CMYK_M CMYK_Y CMYK_K LAB_L LAB_A LAB_B";
+constexpr const char* kLabXyz = "SAMPLE_ID LAB_L LAB_A LAB_B XYZ_X XYZ_Y XYZ_Z";
+
+class comparison : public testing::Test {
+protected:
+    ReportCollector quiet;
+
+    static OwnedChart measured(const std::string& fields, const Rows& rows, const std::string& header = "") {
+        return {"measured.txt", chartText(fields, rows, header)};
+    }
+
+    static OwnedChart reference(const std::string& fields, const Rows& rows, const std::string& header = "") {
+        return {"reference.txt", chartText(fields, rows, header)};
+    }
+
+    static ComparisonOptions cie1976() {
+        ComparisonOptions options;
+        options.formula = "76";
+        return options;
+    }
+
+    static Comparison compared(const Chart& left, const Chart& right,
+                               const ComparisonOptions& options = cie1976()) {
+        const Result<Comparison> result = compare(left, right, options);
+        if (!result)
+            throw std::invalid_argument(result.refusal().what());
+        return *result;
+    }
+
+    static Refusal refused(const Chart& left, const Chart& right,
+                           const ComparisonOptions& options = cie1976()) {
+        const Result<Comparison> result = compare(left, right, options);
+        if (result)
+            throw std::invalid_argument("it was compared");
+        return result.refusal();
+    }
+};
+
+// The findings of one kind, warnings with a "!" in front.
+Rows findingsOf(const Comparison& result, Kind kind) {
+    Rows texts;
+    for (const Finding& finding : result.findings)
+        if (finding.kind == kind)
+            texts.push_back((finding.severity == Finding::Severity::warning ? "!" : "") + finding.text);
+    return texts;
+}
+
+std::string illuminantLine(const std::string& name) {
+    return "WEIGHTING_FUNCTION \"ILLUMINANT, " + name + "\"\n";
+}
+
+// The result.
+
+TEST_F(comparison, patches_areSampleMinusStandardInTheOrderOfTheMeasuredRows) {
+    const Comparison result = compared(measured(kLab, {"B 60 0 0", "A 50 3 4"}),
+                                       reference(kLab, {"A 50 0 0", "C 1 0 0", "B 61 0 0"}));
+    ASSERT_THAT(result.patches, SizeIs(2));
+    EXPECT_EQ(result.patches[0].row, 1);
+    EXPECT_EQ(result.patches[0].referenceRow, 3);
+    EXPECT_EQ(result.patches[0].name, "B");
+    EXPECT_EQ(result.patches[0].difference.lightness, -1.0);
+    EXPECT_EQ(result.patches[1].row, 2);
+    EXPECT_EQ(result.patches[1].referenceRow, 1);
+    EXPECT_EQ(result.patches[1].referenceCount, 1);
+    EXPECT_EQ(result.patches[1].measured, (Lab{50.0, 3.0, 4.0}));
+    EXPECT_EQ(result.patches[1].reference, (Lab{50.0, 0.0, 0.0}));
+    EXPECT_EQ(result.patches[1].difference.total, 5.0);
+    EXPECT_THAT(result.differences(), ElementsAre(1.0, 5.0));
+    EXPECT_EQ(result.pairing.unusedReference, 1);
+}
+
+TEST_F(comparison, statistics_areThoseOfTheDifferences) {
+    const Comparison result = compared(measured(kLab, {"A 50 3 4", "B 61 0 0", "C 70 0 0"}),
+                                       reference(kLab, {"A 50 0 0", "B 60 0 0", "C 70 0 0"}));
+    EXPECT_EQ(result.statistics.count, 3u);
+    EXPECT_EQ(result.statistics.mean, 2.0);
+    EXPECT_EQ(result.statistics.median, 1.0);
+    EXPECT_EQ(result.statistics.maximum, 5.0);
+    EXPECT_EQ(result.statistics.greatest, 0u);
+}
+
+// Pair 19 of the CIEDE2000 test data.
+TEST_F(comparison, formulaWithoutOptions_isCiede2000AsPublished) {
+    const Comparison result =
+        compared(measured(kLab, {"A 50 2.5 0"}), reference(kLab, {"A 56 -27 -3"}), ComparisonOptions());
+    EXPECT_EQ(result.formula.number, kCiede2000);
+    EXPECT_NEAR(result.statistics.maximum, 31.9030, 0.00005);
+    EXPECT_THAT(findingsOf(result, Kind::formula), IsEmpty());
+}
+
+TEST_F(comparison, kernelsFormulaOf2000_isNotedNotToBeThePublishedOne) {
+    ComparisonOptions options;
+    options.formula = "Delta E 2000";
+    const OwnedChart chart = measured(kLab, {"A 50 2.5 0"});
+    EXPECT_THAT(findingsOf(compared(chart, chart, options), Kind::formula),
+                ElementsAre(StartsWith("Delta E 2000 is not CIEDE2000 as published")));
+}
+
+TEST_F(comparison, name_isThatOfTheSample_elseOfTheStandard_elseTheRow) {
+    const char* const named = "SAMPLE_NAME CMYK_C CMYK_M CMYK_Y CMYK_K LAB_L LAB_A LAB_B";
+    const OwnedChart bare = measured(kCmykLab, {"0 0 0 0 95 0 0"});
+    const OwnedChart paper = reference(named, {"paper 0 0 0 0 95 0 0"});
+    EXPECT_EQ(compared(paper, bare).patches[0].name, "paper");
+    EXPECT_EQ(compared(bare, paper).patches[0].name, "paper");
+    EXPECT_EQ(compared(bare, bare).patches[0].name, "1");
+}
+
+TEST_F(comparison, sides_areDescribed) {
+    const Comparison result = compared(measured(kSpectra, {"A 5 10 20 40", "B 5 10 20 40"}),
+                                       reference(kLab, {"A 50 0 0"}, illuminantLine("D50")));
+    EXPECT_EQ(result.measured.file, "measured.txt");
+    EXPECT_EQ(result.measured.tables, 1);
+    EXPECT_EQ(result.measured.table, 1);
+    EXPECT_EQ(result.measured.samples, 2);
+    EXPECT_EQ(result.measured.source, ColorSource::spectra);
+    EXPECT_TRUE(result.measured.percent);
+    EXPECT_EQ(result.measured.bands, 4);
+    EXPECT_EQ(result.measured.firstNm, 400);
+    EXPECT_EQ(result.measured.lastNm, 700);
+    EXPECT_EQ(result.reference.source, ColorSource::lab);
+    EXPECT_EQ(result.reference.conditions.illuminant.value, "D50");
+}
+
+TEST_F(comparison, sourceAskedFor_isTakenOnEachSide) {
+    const OwnedChart chart = measured(kLabXyz, {"A 100 0 0 48.211 50 41.2605"});
+    ComparisonOptions options = cie1976();
+    options.measuredAs = ColorSource::xyz;
+    options.referenceAs = ColorSource::lab;
+    const Comparison result = compared(chart, chart, options);
+    EXPECT_EQ(result.measured.source, ColorSource::xyz);
+    EXPECT_EQ(result.reference.source, ColorSource::lab);
+    // 116 * 0.5^(1/3) - 16
+    EXPECT_NEAR(result.patches[0].measured[0], 76.0693, 0.0001);
+    EXPECT_EQ(result.patches[0].reference[0], 100.0);
+}
+
+// Repeated samples.
+
+TEST_F(comparison, standardOfARepeatedReference_isTheMean) {
+    const Comparison result =
+        compared(measured(kCmykLab, {"0 0 0 0 93 0 0", "0 0 0 100 20 0 0"}),
+                 reference(kCmykLab, {"0 0 0 100 20 0 0", "0 0 0 0 90 1 -2", "0 0 0 0 94 -1 4"}));
+    ASSERT_THAT(result.patches, SizeIs(2));
+    EXPECT_EQ(result.patches[0].referenceRow, 2);
+    EXPECT_EQ(result.patches[0].referenceCount, 2);
+    EXPECT_EQ(result.patches[0].reference, (Lab{92.0, 0.0, 1.0}));
+    EXPECT_EQ(result.patches[0].difference.lightness, 1.0);
+    EXPECT_EQ(result.patches[1].referenceCount, 1);
+}
+
+// The pairing.
+
+TEST_F(comparison, otherPairingOfMuchSmallerDifferences_isWarnedOf) {
+    ComparisonOptions options = cie1976();
+    options.pair = PairChoice::order;
+    const Comparison result = compared(measured(kLab, {"A 50 0 0", "B 60 0 0", "C 70 0 0"}),
+                                       reference(kLab, {"C 70 0 0", "A 51 0 0", "B 61 0 0"}), options);
+    EXPECT_EQ(result.pairing.rule, PairRule::order);
+    EXPECT_THAT(
+        findingsOf(result, Kind::otherPairing),
+        testing::Contains("!paired by identifiers (--pair id) the median difference would be 1 instead "
+                          "of 9, so that the rows may belong together in that way"));
+}
+
+// By identifiers 2 and 2, by order 1 and 1: half is not less than half.
+TEST_F(comparison, otherPairingOfHalfTheDifferences_isNotTold) {
+    const Comparison half =
+        compared(measured(kLab, {"A 50 0 0", "B 53 0 0"}), reference(kLab, {"B 51 0 0", "A 52 0 0"}));
+    EXPECT_THAT(half.differences(), ElementsAre(2.0, 2.0));
+    EXPECT_THAT(findingsOf(half, Kind::otherPairing), IsEmpty());
+}
+
+// By identifiers 2.5 and 1.5, by order 0.9 and 0.1.
+TEST_F(comparison, otherPairingOfLessThanHalfTheDifferences_isTold) {
+    const Comparison less =
+        compared(measured(kLab, {"A 50 0 0", "B 52.4 0 0"}), reference(kLab, {"B 50.9 0 0", "A 52.5 0 0"}));
+    EXPECT_THAT(
+        findingsOf(less, Kind::otherPairing),
+        ElementsAre("!paired in their order (--pair order) the median difference would be 0.5 instead "
+                    "of 2, so that the rows may belong together in that way"));
+}
+
+TEST_F(comparison, findingsOfThePairing_areThoseOfTheComparison) {
+    const Comparison result =
+        compared(measured(kLab, {"A 50 0 0", "X 60 0 0"}), reference(kLab, {"A 50 0 0"}));
+    EXPECT_THAT(findingsOf(result, Kind::unusedSamples),
+                ElementsAre(StartsWith("!1 of 2 samples of measured.txt")));
+}
+
+// The white points.
+
+TEST_F(comparison, lab_needsNoWhite) {
+    const OwnedChart chart = measured(kLab, {"A 50 0 0"});
+    const Comparison result = compared(chart, chart);
+    EXPECT_FALSE(result.spectralWhite.has_value());
+    EXPECT_FALSE(result.xyzWhite.has_value());
+}
+
+// The sums of the tables every 10 nm, and the published figures.
+TEST_F(comparison, spectraAndXyz_areConvertedOnWhitesOfTheirOwn) {
+    const Comparison result =
+        compared(measured(kSpectra, {"A 1 1 1 1"}), reference(kXyz, {"A 96.422 100 82.521"}));
+    ASSERT_TRUE(result.spectralWhite.has_value());
+    EXPECT_THAT(*result.spectralWhite,
+                ElementsAre(DoubleNear(96.384116, 1e-5), 100.0, DoubleNear(82.453534, 1e-5)));
+    ASSERT_TRUE(result.xyzWhite.has_value());
+    EXPECT_THAT(*result.xyzWhite, ElementsAre(96.422, 100.0, 82.521));
+    EXPECT_NEAR(result.statistics.maximum, 0.0, 1e-9);
+}
+
+TEST_F(comparison, oneKindOfColours_hasOneWhite) {
+    const OwnedChart spectra = measured(kSpectra, {"A 1 1 1 1"});
+    EXPECT_FALSE(compared(spectra, spectra).xyzWhite.has_value());
+    const OwnedChart xyz = measured(kXyz, {"A 20 20 20"});
+    EXPECT_FALSE(compared(xyz, xyz).spectralWhite.has_value());
+    EXPECT_TRUE(compared(xyz, xyz).xyzWhite.has_value());
+}
+
+// The conditions.
+
+TEST_F(comparison, namesOfConditions_areUnderstoodInAnySpelling) {
+    const OwnedChart chart =
+        measured(kLab, {"A 50 0 0"}, illuminantLine("F11") + "WEIGHTING_FUNCTION \"OBSERVER, 2 degree\"\n");
+    for (const char* illuminant : {"F11", "fl11", "CIE Illuminant F11"})
+        for (const char* observer : {"2", "2deg", "1931", "2 Degree"}) {
+            ComparisonOptions options;
+            options.illuminant = illuminant;
+            options.observer = observer;
+            const Comparison result = compared(chart, chart, options);
+            EXPECT_EQ(result.conditions.illuminant.value, "F11");
+            EXPECT_EQ(result.conditions.observer.value, "2 degree");
+        }
+}
+
+TEST_F(comparison, labUnderAnIlluminantThatTheKernelDoesNotKnow_isCompared) {
+    const OwnedChart left = measured(kLab, {"A 50 3 4"}, illuminantLine("Moonlight"));
+    const OwnedChart right = reference(kLab, {"A 50 0 0"}, illuminantLine("Moonlight"));
+    const Comparison result = compared(left, right);
+    EXPECT_THAT(result.conditions.illuminant.value, HasSubstr("Moonlight"));
+    EXPECT_EQ(result.conditions.illuminant.origin, ChosenCondition::Origin::declared);
+    EXPECT_EQ(result.statistics.maximum, 5.0);
+}
+
+TEST_F(comparison, xyzBesideLabUnderSuchAnIlluminant_isNotLookedAt) {
+    const OwnedChart chart = measured(kLabXyz, {"A 50 3 4 1 90 1"}, illuminantLine("Moonlight"));
+    EXPECT_THAT(findingsOf(compared(chart, chart), Kind::labAgainstXyz), IsEmpty());
+}
+
+TEST_F(comparison, spectraAndXyzUnderSuchAnIlluminant_areRefused) {
+    const OwnedChart lab = reference(kLab, {"A 50 0 0"}, illuminantLine("Moonlight"));
+    const OwnedChart xyz = measured(kXyz, {"A 20 20 20"}, illuminantLine("Moonlight"));
+    for (const Refusal& refusal : {refused(measured(kSpectra, {"A 1 1 1 1"}), lab), refused(xyz, lab)}) {
+        EXPECT_EQ(refusal.kind(), Refusal::Kind::usage);
+        EXPECT_THAT(refusal.what(), AllOf(HasSubstr("unknown illuminant"), HasSubstr("Moonlight")));
+    }
+}
+
+TEST_F(comparison, lampWithoutWeightsOfTheTenDegreeObserver_isRefusedForSpectraAlone) {
+    ComparisonOptions options;
+    options.illuminant = "F2";
+    options.observer = "10";
+    const OwnedChart spectra = measured(kSpectra, {"A 1 1 1 1"});
+    EXPECT_EQ(refused(spectra, spectra, options).kind(), Refusal::Kind::usage);
+    const OwnedChart lab = measured(kLab, {"A 50 0 0"});
+    EXPECT_EQ(compared(lab, lab, options).conditions.illuminant.value, "F2");
+}
+
+TEST_F(comparison, conditionsThatDiffer_areRefusedUnlessForced) {
+    const OwnedChart left = measured(kLab, {"A 50 0 0"}, illuminantLine("D50"));
+    const OwnedChart right = reference(kLab, {"A 50 0 0"}, illuminantLine("D65"));
+    const Refusal refusal = refused(left, right);
+    EXPECT_EQ(refusal.kind(), Refusal::Kind::notComparable);
+    EXPECT_THAT(refusal.what(), HasSubstr("illuminant D50 in measured.txt"));
+    ComparisonOptions options = cie1976();
+    options.force = true;
+    const Comparison result = compared(left, right, options);
+    EXPECT_TRUE(result.conditions.forced);
+    EXPECT_THAT(findingsOf(result, Kind::forcedCondition), SizeIs(1));
+    EXPECT_EQ(result.findings.front().severity, Finding::Severity::warning);
+}
+
+// The values.
+
+TEST_F(comparison, implausibleValues_areToldOfBothSides) {
+    const Comparison result =
+        compared(measured(kLab, {"A 110 0 0", "B 50 0 0"}), reference(kLab, {"A 50 0 0", "B 120 0 0"}));
+    EXPECT_THAT(findingsOf(result, Kind::tooLight),
+                ElementsAre(AllOf(StartsWith("!"), HasSubstr("measured.txt")), HasSubstr("reference.txt")));
+}
+
+TEST_F(comparison, chartAgainstItself_isToldOfOnce) {
+    const OwnedChart chart = measured(kLab, {"A 110 0 0", "B 50 0 0"});
+    EXPECT_THAT(findingsOf(compared(chart, chart), Kind::tooLight), SizeIs(1));
+}
+
+TEST_F(comparison, xyzBesideComparedLab_isHeldAgainstIt) {
+    const OwnedChart chart = measured(kLabXyz, {"A 50 0 0 96.422 100 82.521"});
+    EXPECT_THAT(findingsOf(compared(chart, chart), Kind::labAgainstXyz), SizeIs(1));
+}
+
+TEST_F(comparison, xyzBesideComparedLabThatCannotBeUsed_isNoMatter) {
+    const OwnedChart chart = measured(kLabXyz, {"A 50 0 0 nan 20 20", "B 60 0 0 20 20 20"});
+    const Comparison result = compared(chart, chart);
+    EXPECT_THAT(result.patches, SizeIs(2));
+    EXPECT_THAT(findingsOf(result, Kind::labAgainstXyz), IsEmpty());
+}
+
+// Both hold the white of their own illuminant.
+TEST_F(comparison, xyzOfASideComparedByForce_isNotHeldAgainstItsLabOnTheWhiteOfAnother) {
+    ComparisonOptions options = cie1976();
+    options.force = true;
+    const OwnedChart d50 = measured(kLabXyz, {"A 100 0 0 96.422 100 82.521"}, illuminantLine("D50"));
+    const OwnedChart d65 = reference(kLabXyz, {"A 100 0 0 95.047 100 108.883"}, illuminantLine("D65"));
+    EXPECT_THAT(findingsOf(compared(d50, d65, options), Kind::labAgainstXyz), IsEmpty());
+    const OwnedChart wrong = measured(kLabXyz, {"A 100 0 0 95.047 100 108.883"}, illuminantLine("D50"));
+    EXPECT_THAT(findingsOf(compared(wrong, d65, options), Kind::labAgainstXyz), SizeIs(1));
+}
+
+// The reader takes what is no number for 0.
+TEST_F(comparison, doubtfulXyzBesideComparedLab_isNotHeldAgainstIt) {
+    const OwnedChart owned = measured(kLabXyz, {"A 100 0 0 N/A 100 82.521"});
+    Chart chart = owned;
+    chart.doubts = {{0, 0, 4, "N/A"}};
+    EXPECT_THAT(findingsOf(compared(chart, chart), Kind::labAgainstXyz), IsEmpty());
+}
+
+TEST_F(comparison, doubtfulValues_areRefusedInColumnsThatAreCompared_andNotedInOthers) {
+    const OwnedChart owned = measured("SAMPLE_ID LAB_L LAB_A LAB_B STDEV_X", {"A 50 0 0 1", "B 60 ? 0 ?"});
+    Chart chart = owned;
+    chart.doubts = {{0, 1, 4, "?"}};
+    EXPECT_THAT(findingsOf(compared(chart, chart), Kind::doubtfulValues),
+                ElementsAre("measured.txt: row 2, column \"STDEV_X\" (number 5): \"?\" is no number; the "
+                            "column is not compared"));
+    chart.doubts = {{0, 1, 2, "?"}, {0, 1, 4, "?"}};
+    const Refusal refusal = refused(chart, chart);
+    EXPECT_EQ(refusal.kind(), Refusal::Kind::unreadable);
+    EXPECT_THAT(refusal.what(), HasSubstr("measured.txt: row 2, column \"LAB_A\" (number 3)"));
+}
+
+TEST_F(comparison, doubtfulColumns_areCounted) {
+    const OwnedChart owned =
+        measured("SAMPLE_ID LAB_L LAB_A LAB_B STDEV_X STDEV_Y STDEV_Z", {"A 50 0 0 ? ? ?"});
+    Chart chart = owned;
+    chart.doubts = {{0, 0, 4, "?"}, {0, 0, 5, "?"}};
+    EXPECT_THAT(findingsOf(compared(chart, chart), Kind::doubtfulValues),
+                ElementsAre(HasSubstr(", nor is another one with such values")));
+    chart.doubts.push_back({0, 0, 6, "?"});
+    EXPECT_THAT(findingsOf(compared(chart, chart), Kind::doubtfulValues),
+                ElementsAre(HasSubstr(", nor are 2 others with such values")));
+}
+
+TEST_F(comparison, warnings_comeFirst) {
+    ComparisonOptions options;
+    options.formula = "Delta E 2000";
+    const Comparison result = compared(measured(kLab, {"A 110 0 0", "X 50 0 0"}),
+                                       reference(kLab, {"A 50 0 0", "B 50 0 0"}), options);
+    bool wasNote = false;
+    bool wasWarning = false;
+    for (const Finding& finding : result.findings) {
+        const bool isNote = finding.severity == Finding::Severity::note;
+        EXPECT_TRUE(isNote || !wasNote) << finding.text;
+        wasNote = wasNote || isNote;
+        wasWarning = wasWarning || !isNote;
+    }
+    EXPECT_TRUE(wasNote && wasWarning);
+}
+
+// Refusals.
+
+TEST_F(comparison, unknownNames_areRefusedForLabToo) {
+    const OwnedChart chart = measured(kLab, {"A 50 0 0"});
+    ComparisonOptions options;
+    options.illuminant = "D51";
+    EXPECT_THAT(refused(chart, chart, options).what(), HasSubstr("unknown illuminant \"D51\""));
+    EXPECT_EQ(refused(chart, chart, options).kind(), Refusal::Kind::usage);
+    options = {};
+    options.observer = "3 degree";
+    EXPECT_THAT(refused(chart, chart, options).what(), HasSubstr("unknown observer \"3 degree\""));
+    options = {};
+    options.formula = "classic";
+    EXPECT_THAT(refused(chart, chart, options).what(), HasSubstr("unknown formula \"classic\""));
+}
+
+TEST_F(comparison, chartWithoutColours_isNotComparable) {
+    const OwnedChart chart = measured("SAMPLE_ID CMYK_C", {"A 1"});
+    EXPECT_EQ(refused(chart, chart).kind(), Refusal::Kind::notComparable);
+}
+
+TEST_F(comparison, rowsThatNothingPairs_areNotComparable) {
+    const Refusal refusal = refused(measured(kLab, {"A 50 0 0"}), reference(kLab, {"B 50 0 0"}));
+    EXPECT_EQ(refusal.kind(), Refusal::Kind::notComparable);
+    EXPECT_THAT(refusal.what(), HasSubstr("SAMPLE_ID"));
+}
+
+TEST_F(comparison, valueThatIsNotFinite_isUnreadable) {
+    const Refusal refusal = refused(measured(kLab, {"A 50 0 0"}), reference(kLab, {"A 50 nan 0"}));
+    EXPECT_EQ(refusal.kind(), Refusal::Kind::unreadable);
+    EXPECT_THAT(refusal.what(), HasSubstr("reference.txt: row 1, column \"LAB_A\""));
+}
+
+// The kernel's formula raises chromas to the 7th power.
+TEST_F(comparison, differenceThatIsNotFinite_isUnreadable) {
+    ComparisonOptions options;
+    options.formula = "Delta E 2000";
+    const Refusal refusal =
+        refused(measured(kLab, {"A 50 0 0"}), reference(kLab, {"B 1 1 1", "A 50 1e60 0"}), options);
+    EXPECT_EQ(refusal.kind(), Refusal::Kind::unreadable);
+    EXPECT_THAT(refusal.what(),
+                AllOf(HasSubstr("measured.txt: row 1 and reference.txt: row 2: "), HasSubstr("too large")));
+}
+
+} // namespace
+} // namespace qxcms::tests

@@ -1,0 +1,789 @@
+// Which rows belong together.
+#include "qc/pairing.h"
+
+#include <algorithm>
+#include <chrono>
+#include <memory>
+#include <random>
+#include <stdexcept>
+
+#include <gmock/gmock.h>
+
+#include "qc/count_text.h"
+#include "qc/refusal.h"
+
+namespace qxcms::tests {
+namespace {
+
+using namespace qc;
+using testing::AllOf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using Kind = Finding::Kind;
+using Severity = Finding::Severity;
+
+/// A chart with its document.
+class OwnedChart {
+public:
+    OwnedChart(const char* name, const std::string& fields, const std::vector<std::string>& rows,
+               const std::string& header = "")
+        : document(std::make_unique<TCgats>()), chart{name, document.get(), 0} {
+        std::string text = "CGATS.17\n" + header + "BEGIN_DATA_FORMAT\n" + fields +
+                           "\nEND_DATA_FORMAT\nNUMBER_OF_SETS " + std::to_string(rows.size()) +
+                           "\nBEGIN_DATA\n";
+        for (const std::string& row : rows)
+            text += row + '\n';
+        text += "END_DATA\n";
+        if (document->ReadFromBuffer(text.c_str()) != 0)
+            throw std::invalid_argument("the test's own chart cannot be read");
+    }
+
+    operator const Chart&() const { return chart; }
+
+private:
+    std::unique_ptr<TCgats> document;
+    Chart chart;
+};
+
+using Rows = std::vector<std::string>;
+
+OwnedChart measured(const std::string& fields, const Rows& rows, const std::string& header = "") {
+    return {"measured.txt", fields, rows, header};
+}
+
+OwnedChart reference(const std::string& fields, const Rows& rows, const std::string& header = "") {
+    return {"reference.txt", fields, rows, header};
+}
+
+constexpr const char* kCmyk = "CMYK_C CMYK_M CMYK_Y CMYK_K";
+constexpr const char* kRgb = "RGB_R RGB_G RGB_B";
+
+Pairing paired(const Chart& left, const Chart& right, PairChoice choice = PairChoice::automatic) {
+    return pairRows(left, right, choice);
+}
+
+// "0-2 1-0+3": measured row 0 with reference row 2, 1 with the mean of 0 and 3.
+std::string pairsOf(const Pairing& pairing) {
+    std::string text;
+    for (const RowPair& pair : pairing.pairs) {
+        text += (text.empty() ? "" : " ") + std::to_string(pair.measured);
+        char separator = '-';
+        for (const int row : pair.reference) {
+            text += separator + std::to_string(row);
+            separator = '+';
+        }
+    }
+    return text;
+}
+
+// The findings of one kind, warnings with a "!" in front.
+Rows findingsOf(const Pairing& pairing, Kind kind) {
+    Rows texts;
+    for (const Finding& finding : pairing.findings) {
+        if (finding.kind == kind)
+            texts.push_back((finding.severity == Severity::warning ? "!" : "") + finding.text);
+    }
+    return texts;
+}
+
+struct Refused {
+    Refusal::Kind kind = Refusal::Kind::usage;
+    std::string message;
+};
+
+Refused refusalOf(const Chart& left, const Chart& right, PairChoice choice = PairChoice::automatic) {
+    try {
+        pairRows(left, right, choice);
+    } catch (const Refusal& refusal) {
+        return {refusal.kind(), refusal.what()};
+    }
+    ADD_FAILURE() << "the rows were paired";
+    return {};
+}
+
+// Every step of 25 percent of four inks: 625 device values.
+Rows fullChart() {
+    Rows rows;
+    for (int i = 0; i < 625; ++i) {
+        std::string row;
+        for (const int place : {1, 5, 25, 125})
+            row += std::to_string(i / place % 5 * 25) + ' ';
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+Rows shuffled(Rows rows) {
+    std::shuffle(rows.begin(), rows.end(), std::mt19937(20));
+    return rows;
+}
+
+// Device values.
+
+TEST(pairing, shuffledStrip_pairsCompletelyWithItsChart) {
+    const Rows chart = fullChart();
+    Rows strip = shuffled(chart);
+    strip.resize(72);
+    const Pairing pairing = paired(measured(kCmyk, strip), reference(kCmyk, chart));
+    EXPECT_EQ(pairing.rule, PairRule::deviceValues);
+    EXPECT_EQ(pairing.by, "CMYK");
+    ASSERT_EQ(pairing.pairs.size(), 72U);
+    for (const RowPair& pair : pairing.pairs) {
+        ASSERT_EQ(pair.reference.size(), 1U);
+        EXPECT_EQ(strip[static_cast<std::size_t>(pair.measured)],
+                  chart[static_cast<std::size_t>(pair.reference.front())]);
+    }
+    EXPECT_EQ(pairing.unusedMeasured, 0);
+    EXPECT_EQ(pairing.unusedReference, 553);
+    EXPECT_THAT(findingsOf(pairing, Kind::unusedSamples),
+                ElementsAre("553 of 625 samples of reference.txt are unused"));
+}
+
+TEST(pairing, chartAgainstAStrip_leavesMeasuredSamplesUnused_whichIsAWarning) {
+    const Pairing pairing = paired(measured(kCmyk, {"0 0 0 0", "50 0 0 0", "100 0 0 0"}),
+                                   reference(kCmyk, {"100 0 0 0", "0 0 0 0"}));
+    EXPECT_EQ(pairsOf(pairing), "0-1 2-0");
+    EXPECT_EQ(pairing.unusedMeasured, 1);
+    EXPECT_EQ(pairing.unusedReference, 0);
+    EXPECT_THAT(findingsOf(pairing, Kind::unusedSamples),
+                ElementsAre("!1 of 3 samples of measured.txt has no counterpart in reference.txt: row 2 "
+                            "(CMYK 50 0 0 0)"));
+}
+
+TEST(pairing, unusedSamplesOfBothSides_areToldInOneWarning) {
+    const Pairing pairing = paired(measured(kCmyk, {"10 0 0 0", "0 0 0 0", "20 0 0 0"}),
+                                   reference(kCmyk, {"0 0 0 0", "30 0 0 0", "40 0 0 0"}));
+    EXPECT_EQ(pairing.unusedMeasured, 2);
+    EXPECT_EQ(pairing.unusedReference, 2);
+    EXPECT_THAT(findingsOf(pairing, Kind::unusedSamples),
+                ElementsAre("!2 of 3 samples of measured.txt have no counterpart in reference.txt, the first "
+                            "in row 1 (CMYK 10 0 0 0); 2 of 3 samples of reference.txt are unused"));
+}
+
+TEST(pairing, completePairing_hasNoFindings) {
+    const Pairing pairing =
+        paired(measured(kCmyk, {"0 0 0 0", "100 0 0 50.5"}), reference(kCmyk, {"100 0 0 50.5", "0 0 0 0"}));
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-0");
+    EXPECT_THAT(pairing.findings, IsEmpty());
+}
+
+TEST(pairing, deviceValues_pairUpToTheTolerance) {
+    EXPECT_EQ(pairsOf(paired(measured(kCmyk, {"40 0 0 0", "60.3 70 0 100"}),
+                             reference(kCmyk, {"60 69.7 0 100", "40.3 0.3 0 0.3"}))),
+              "0-1 1-0");
+}
+
+TEST(pairing, deviceValues_doNotPairBeyondTheTolerance) {
+    const Pairing pairing =
+        paired(measured(kCmyk, {"0 0 0 100", "40 0 0 0"}), reference(kCmyk, {"0 0 0 100", "40 0 0.301 0"}));
+    EXPECT_EQ(pairsOf(pairing), "0-0");
+    EXPECT_EQ(pairing.unusedMeasured, 1);
+    EXPECT_EQ(pairing.unusedReference, 1);
+}
+
+TEST(pairing, nearestDeviceValue_isTaken) {
+    EXPECT_EQ(pairsOf(paired(measured(kCmyk, {"40 0 0 100"}),
+                             reference(kCmyk, {"40.2 0 0 100", "40 0.1 0 100", "39.8 0 0 100"}))),
+              "0-1");
+}
+
+TEST(pairing, ofTwoMeasuredValuesAtOneReference_theNearerPairs_andTheOtherIsTold) {
+    const Pairing pairing = paired(measured(kCmyk, {"40.2 0 0 100", "40.1 0 0 100"}),
+                                   reference(kCmyk, {"40 0 0 100", "90 0 0 0"}));
+    EXPECT_EQ(pairsOf(pairing), "1-0");
+    EXPECT_EQ(pairing.unusedMeasured, 1);
+    EXPECT_THAT(findingsOf(pairing, Kind::ambiguousSamples),
+                ElementsAre("!1 sample of measured.txt, row 1 (CMYK 40.2 0 0 100), lies near to a sample of "
+                            "reference.txt to which another measured one lies nearer; left out"));
+}
+
+TEST(pairing, referenceValuesEquallyNear_pairNothing_andAreTold) {
+    const Pairing pairing = paired(measured(kCmyk, {"0 0 0 100", "40 0 0 0"}),
+                                   reference(kCmyk, {"40.2 0 0 0", "39.8 0 0 0", "0 0 0 100"}));
+    EXPECT_EQ(pairsOf(pairing), "0-2");
+    EXPECT_EQ(pairing.unusedMeasured, 1);
+    EXPECT_EQ(pairing.unusedReference, 2);
+    EXPECT_THAT(findingsOf(pairing, Kind::ambiguousSamples),
+                ElementsAre("!1 sample of measured.txt, row 2 (CMYK 40 0 0 0), lies about as near to one "
+                            "device value as to another; left out"));
+}
+
+TEST(pairing, measuredValuesEquallyNear_pairNothing_andAreTold) {
+    const Pairing pairing = paired(measured(kCmyk, {"40.2 0 0 0", "39.8 0 0 0", "0 0 0 100"}),
+                                   reference(kCmyk, {"0 0 0 100", "40 0 0 0"}));
+    EXPECT_EQ(pairsOf(pairing), "2-0");
+    EXPECT_EQ(pairing.unusedMeasured, 2);
+    EXPECT_THAT(findingsOf(pairing, Kind::ambiguousSamples),
+                ElementsAre("!2 samples of measured.txt, the first in row 1 (CMYK 40.2 0 0 0), lie about as "
+                            "near to one device value as to another; left out"));
+}
+
+// Repeats.
+
+TEST(pairing, repeatsInEqualNumbers_pairFirstWithFirst) {
+    const Pairing pairing = paired(measured(kCmyk, {"0 0 0 0", "0 0 0 100", "0 0 0 0"}),
+                                   reference(kCmyk, {"0 0 0 100", "0 0 0 0", "0 0 0 0"}));
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-0 2-2");
+    EXPECT_THAT(
+        findingsOf(pairing, Kind::ambiguousSamples),
+        ElementsAre("2 samples of measured.txt, the first in row 1 (CMYK 0 0 0 0), repeat device values, "
+                    "as often as reference.txt does; they are paired in their order"));
+}
+
+TEST(pairing, sampleThatTheReferenceRepeats_pairsWithTheMean_whichIsNoted) {
+    const Pairing pairing = paired(measured(kCmyk, {"0 0 0 100", "0 0 0 0"}),
+                                   reference(kCmyk, {"0 0 0 0", "0 0 0 100", "0 0 0 0", "0 0 0 0"}));
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-0+2+3");
+    EXPECT_EQ(pairing.unusedReference, 0);
+    EXPECT_THAT(findingsOf(pairing, Kind::ambiguousSamples),
+                ElementsAre("1 sample of measured.txt, row 2 (CMYK 0 0 0 0), is compared with the mean of "
+                            "the samples of reference.txt that hold the same device values, as their numbers "
+                            "differ"));
+}
+
+TEST(pairing, repeatsInUnequalNumbers_pairEachWithTheMean) {
+    EXPECT_EQ(pairsOf(paired(measured(kCmyk, {"0 0 0 0", "0 0 0 0", "0 0 0 0", "9 0 0 99"}),
+                             reference(kCmyk, {"9 0 0 99", "0 0 0 0", "0 0 0 0"}))),
+              "0-1+2 1-1+2 2-1+2 3-0");
+}
+
+TEST(pairing, measuredRepeatsOfOneReference_pairEachWithIt) {
+    const Pairing pairing = paired(measured(kCmyk, {"0 0 0 0", "9 0 0 99", "0 0 0 0"}),
+                                   reference(kCmyk, {"0 0 0 0", "9 0 0 99"}));
+    EXPECT_EQ(pairsOf(pairing), "0-0 1-1 2-0");
+    EXPECT_EQ(pairing.unusedMeasured, 0);
+    EXPECT_THAT(
+        findingsOf(pairing, Kind::ambiguousSamples),
+        ElementsAre("2 samples of measured.txt, the first in row 1 (CMYK 0 0 0 0), repeat device values "
+                    "that reference.txt holds once; each is compared with that one sample"));
+}
+
+TEST(pairing, repeatsOfNearlyTheReferenceValue_pairTogether) {
+    EXPECT_EQ(pairsOf(paired(measured(kCmyk, {"40.2 0 0 100", "40.2 0 0 100"}),
+                             reference(kCmyk, {"40 0 0 100", "40 0 0 100"}))),
+              "0-0 1-1");
+}
+
+TEST(pairing, chartOfOneDeviceValue_isWarnedAbout) {
+    const Pairing pairing =
+        paired(measured(kCmyk, {"0 0 0 0", "0 0 0 0"}), reference(kCmyk, {"0 0 0 0", "9 9 9 99"}));
+    EXPECT_EQ(pairing.rule, PairRule::deviceValues);
+    EXPECT_THAT(findingsOf(pairing, Kind::ambiguousSamples),
+                Contains(AllOf(HasSubstr("!measured.txt: the CMYK values are the same on every row"),
+                               HasSubstr("--pair id"))));
+}
+
+TEST(pairing, deviceValuesThatAreTheSameThroughout_giveWayToIdentifiers) {
+    const std::string fields = std::string("SAMPLE_ID ") + kCmyk;
+    const Pairing pairing =
+        paired(measured(fields, {"a 0 0 0 0", "b 0 0 0 0"}), reference(fields, {"b 0 0 0 0", "a 0 0 0 0"}));
+    EXPECT_EQ(pairing.rule, PairRule::identifiers);
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-0");
+    EXPECT_THAT(findingsOf(pairing, Kind::otherPairing),
+                ElementsAre("the CMYK values are not used, as they do not tell the rows apart"));
+}
+
+TEST(pairing, rgbColumnsNeverFilledIn_giveWayToIdentifiers) {
+    const std::string fields = std::string("SAMPLE_ID ") + kRgb;
+    const Pairing pairing =
+        paired(measured(fields, {"a 0 0 0", "b 0 0 0"}), reference(fields, {"b 0 0 0", "a 90 90 90"}));
+    EXPECT_EQ(pairing.rule, PairRule::identifiers);
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-0");
+}
+
+TEST(pairing, identifiersBesideDeviceValuesOfTwoKinds_areWarnedAbout) {
+    const Pairing pairing = paired(measured(std::string("SAMPLE_ID ") + kCmyk, {"1 0 0 0 0"}),
+                                   reference(std::string("SAMPLE_ID ") + kRgb, {"1 255 255 255"}));
+    EXPECT_EQ(pairing.rule, PairRule::identifiers);
+    EXPECT_THAT(findingsOf(pairing, Kind::otherPairing),
+                ElementsAre("!measured.txt holds CMYK values and reference.txt RGB values; they cannot show "
+                            "whether rows that share a SAMPLE_ID are the same samples"));
+}
+
+TEST(pairing, identifiersBesideDeviceValuesOfOneSide_needNoFinding) {
+    EXPECT_THAT(
+        paired(measured(std::string("SAMPLE_ID ") + kCmyk, {"1 0 0 0 0"}), reference("SAMPLE_ID", {"1"}))
+            .findings,
+        IsEmpty());
+}
+
+TEST(pairing, samplesWithoutInkAndWithoutIdentifiers_pairByDeviceValues) {
+    EXPECT_EQ(pairsOf(paired(measured(kCmyk, {"0 0 0 0"}), reference(kCmyk, {"0 0 0 0", "0 0 0 0"}))),
+              "0-0+1");
+}
+
+// Channels.
+
+TEST(pairing, channels_mayStandInAnyColumnAndLetterCase) {
+    const Pairing pairing = paired(measured("cmyk_k CMYK_C Cmyk_M CMYK_Y", {"99 1 2 3", "4 5 6 7"}),
+                                   reference(kCmyk, {"5 6 7 4", "1 2 3 99"}));
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-0");
+}
+
+TEST(pairing, spotColours_pair) {
+    const Pairing pairing =
+        paired(measured("SPOT_1 SPOT_2", {"0 50", "100 0"}), reference("SPOT_2 SPOT_1", {"0 100", "50 0"}));
+    EXPECT_EQ(pairing.by, "SPOT");
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-0");
+}
+
+TEST(pairing, spotColoursBesideProcessColours_mustAgreeToo) {
+    const std::string fields = std::string(kCmyk) + " SPOT_1";
+    const Pairing pairing = paired(measured(fields, {"1 2 3 4 50", "1 2 3 4 90"}),
+                                   reference(fields, {"1 2 3 4 90", "1 2 3 4 50"}));
+    EXPECT_EQ(pairing.by, "CMYK and SPOT");
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-0");
+}
+
+TEST(pairing, spotColoursOfOneSideOnly_areOtherChannels) {
+    EXPECT_THAT(
+        refusalOf(measured(std::string(kCmyk) + " SPOT_1", {"1 2 3 4 5"}), reference(kCmyk, {"1 2 3 4"}))
+            .message,
+        HasSubstr("do not hold the same device values"));
+}
+
+TEST(pairing, colorantsOfOtherNames_areWarnedAbout) {
+    const Rows rows = {"0 50", "100 0"};
+    const Pairing pairing =
+        paired(measured("SPOT_1 SPOT_2", rows, "SPOT_ID \"Orange\"\nSPOT_ID \"Gold\"\n"),
+               reference("SPOT_1 SPOT_2", rows, "SPOT_ID \"ORANGE\"\nSPOT_ID \"Silver\"\n"));
+    EXPECT_THAT(
+        findingsOf(pairing, Kind::ambiguousSamples),
+        ElementsAre("!spot colour 2 is \"Gold\" in measured.txt and \"Silver\" in reference.txt; they "
+                    "are taken for the same"));
+}
+
+TEST(pairing, nColourSpaces_pairWithTheirLikeOnly) {
+    const char* const six = "6CLR_1 6CLR_2 6CLR_3 6CLR_4 6CLR_5 6CLR_6";
+    const Pairing pairing = paired(measured(six, {"1 2 3 4 5 60", "1 2 3 4 5 70"}),
+                                   reference(six, {"1 2 3 4 5 70", "1 2 3 4 5 60"}));
+    EXPECT_EQ(pairing.by, "6CLR");
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-0");
+    EXPECT_THAT(refusalOf(measured(six, {"1 2 3 4 5 6"}),
+                          reference("5CLR_1 5CLR_2 5CLR_3 5CLR_4 5CLR_5", {"1 2 3 4 5"}))
+                    .message,
+                HasSubstr("do not hold the same device values"));
+}
+
+TEST(pairing, customProcessColours_pair) {
+    const std::string header = "PROCESSCOLOR_ID a\nPROCESSCOLOR_ID b\n";
+    const Pairing pairing = paired(measured("PC2_1 PC2_2", {"1 20", "3 4"}, header),
+                                   reference("PC2_2 PC2_1", {"4 3", "20 1"}, header));
+    EXPECT_EQ(pairing.by, "PC2");
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-0");
+}
+
+// PC2_1 given twice leaves channel 2 without a column.
+TEST(pairing, channelsWithAGap_areNoDeviceValues) {
+    const std::string header = "PROCESSCOLOR_ID a\nPROCESSCOLOR_ID b\n";
+    EXPECT_THAT(refusalOf(measured("PC2_1 PC2_1", {"1 2"}, header), reference("PC2_1 PC2_1", {"1 2"}, header))
+                    .message,
+                HasSubstr("do not hold the same device values"));
+}
+
+TEST(pairing, customProcessColoursAgainstCmyk_areOtherChannels) {
+    const std::string header = "PROCESSCOLOR_ID a\nPROCESSCOLOR_ID b\nPROCESSCOLOR_ID c\nPROCESSCOLOR_ID d\n";
+    EXPECT_THAT(
+        refusalOf(measured(kCmyk, {"1 2 3 4"}), reference("PC4_1 PC4_2 PC4_3 PC4_4", {"1 2 3 4"}, header))
+            .message,
+        HasSubstr("do not hold the same device values"));
+}
+
+TEST(pairing, rgb_pairsWhereNotBothChartsHaveInks) {
+    const std::string both = std::string(kCmyk) + ' ' + kRgb;
+    const Pairing pairing = paired(measured(both, {"0 0 0 0 255 255 255", "0 0 0 99 0 0 9"}),
+                                   reference(kRgb, {"0 0 9", "255 255 255"}));
+    EXPECT_EQ(pairing.by, "RGB");
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-0");
+}
+
+TEST(pairing, rgbBesideInks_doesNotMatter) {
+    const std::string both = std::string(kCmyk) + ' ' + kRgb;
+    const Pairing pairing = paired(measured(both, {"0 0 0 0 255 250 245", "0 0 0 99 7 8 9"}),
+                                   reference(both, {"0 0 0 99 0 0 0", "0 0 0 0 255 255 255"}));
+    EXPECT_EQ(pairing.by, "CMYK");
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-0");
+}
+
+TEST(pairing, twoChannelsOfRgb_areNoDeviceValues) {
+    EXPECT_THAT(refusalOf(measured("RGB_R RGB_G", {"1 2"}), reference("RGB_R RGB_G", {"1 2"})).message,
+                HasSubstr("do not hold the same device values"));
+}
+
+TEST(pairing, rgbDeclaredAsText_isNoDeviceValues) {
+    const std::string keyword = "KEYWORD \"RGB_G\"\n";
+    EXPECT_THAT(refusalOf(measured(kRgb, {"1 2 3"}, keyword), reference(kRgb, {"1 2 3"}, keyword)).message,
+                HasSubstr("do not hold the same device values"));
+}
+
+// Scales.
+
+TEST(pairing, scaleFrom0To1_isRecognisedAndNoted) {
+    const Pairing pairing = paired(measured(kCmyk, {"0.4 0 0 0", "1 0.5 0 0"}),
+                                   reference(kCmyk, {"0 0 0 100", "100 50 0 0", "40 0 0 0"}));
+    EXPECT_EQ(pairsOf(pairing), "0-2 1-1");
+    EXPECT_THAT(findingsOf(pairing, Kind::deviceScale),
+                ElementsAre("measured.txt: the CMYK values are taken to be on a scale of 0 to 1"));
+}
+
+// 0.7 of 255 is 0.27 percent, 0.8 is 0.31.
+TEST(pairing, scaleFrom0To255_isRecognisedAndNoted_withTheToleranceInItsUnits) {
+    const Pairing pairing = paired(measured(kCmyk, {"255 0 0 0", "102 0 0.7 0", "51 0 0 0.8"}),
+                                   reference(kCmyk, {"40 0 0 0", "100 0 0 0", "20 0 0 0"}));
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-0");
+    EXPECT_THAT(findingsOf(pairing, Kind::deviceScale),
+                ElementsAre("measured.txt: the CMYK values are taken to be on a scale of 0 to 255"));
+}
+
+TEST(pairing, scaleOfTheReference_isNotedToo) {
+    EXPECT_THAT(
+        findingsOf(paired(measured(kCmyk, {"100 0 0 0"}), reference(kCmyk, {"1 0 0 0"})), Kind::deviceScale),
+        ElementsAre("reference.txt: the CMYK values are taken to be on a scale of 0 to 1"));
+}
+
+TEST(pairing, limitsOfTheScales_areTakenIn) {
+    EXPECT_THAT(paired(measured(kCmyk, {"100.5 0 0 0"}), reference(kCmyk, {"100.5 0 0 0"})).findings,
+                IsEmpty());
+    EXPECT_THAT(findingsOf(paired(measured(kCmyk, {"100.6 0 0 0"}), reference(kCmyk, {"100.6 0 0 0"})),
+                           Kind::deviceScale),
+                testing::SizeIs(2));
+    EXPECT_THAT(paired(measured(kRgb, {"255.5 0 0"}), reference(kRgb, {"255.5 0 0"})).findings, IsEmpty());
+}
+
+TEST(pairing, valueOnNoScale_isRefusedWithItsPlaceAndTheRemedy) {
+    const Refused refused =
+        refusalOf(measured(kRgb, {"0 0 0", "0 256 0"}), reference(kRgb, {"0 0 0", "0 255 0"}));
+    EXPECT_EQ(refused.kind, Refusal::Kind::notComparable);
+    EXPECT_THAT(refused.message, AllOf(HasSubstr("measured.txt: row 2, column \"RGB_G\" (number 2): the "
+                                                 "device value 256 is on none of the scales"),
+                                       HasSubstr("--pair id")));
+}
+
+TEST(pairing, negativeValue_isOnNoScale) {
+    EXPECT_THAT(
+        refusalOf(measured(kCmyk, {"0 0 0 100", "0 -1 0 0"}), reference(kCmyk, {"0 0 0 100"})).message,
+        HasSubstr("row 2, column \"CMYK_M\" (number 2): the device value -1 is"));
+}
+
+TEST(pairing, scalesOfRgb_areNotedWhereTheyDifferOrReachOnlyTo1) {
+    const auto scales = [](const char* left, const char* right) {
+        return findingsOf(paired(measured(kRgb, {left}), reference(kRgb, {right})), Kind::deviceScale).size();
+    };
+    EXPECT_EQ(scales("255 0 0", "255 0 0"), 0U);
+    EXPECT_EQ(scales("100 0 0", "100 0 0"), 0U);
+    EXPECT_EQ(scales("255 0 0", "100 0 0"), 2U);
+    EXPECT_EQ(scales("1 0 0", "1 0 0"), 2U);
+}
+
+TEST(pairing, valuesThatAreAll0_fitAnyScale) {
+    for (const char* const other : {"0 0 1", "0 0 100", "0 0 255"}) {
+        const Pairing pairing = paired(measured(kRgb, {"0 0 0"}), reference(kRgb, {other, "0 0 0"}));
+        EXPECT_EQ(pairsOf(pairing), "0-1");
+    }
+}
+
+// Taken for percent they would pair with nothing but black.
+TEST(pairing, darkPatchesOfAChartUpTo255_areReadOnItsScale) {
+    const Pairing pairing = paired(measured(kRgb, {"0 0 0", "51 51 51", "0 51 90"}),
+                                   reference(kRgb, {"255 255 255", "0 51 90", "51 51 51", "0 0 0"}));
+    EXPECT_EQ(pairsOf(pairing), "0-3 1-2 2-1");
+    EXPECT_THAT(findingsOf(pairing, Kind::deviceScale), IsEmpty());
+}
+
+TEST(pairing, deviceValueThatIsNotFinite_isUnreadable) {
+    const Refused refused =
+        refusalOf(measured(kCmyk, {"0 0 0 0", "0 0 nan 0"}), reference(kCmyk, {"0 0 0 0", "0 0 0 0"}));
+    EXPECT_EQ(refused.kind, Refusal::Kind::unreadable);
+    EXPECT_THAT(refused.message, AllOf(HasSubstr("measured.txt: row 2"), HasSubstr("\"CMYK_Y\"")));
+}
+
+TEST(pairing, deviceValueThatIsDoubtful_isUnreadable) {
+    const OwnedChart left = measured(kCmyk, {"0 0 0 0"});
+    Chart doubtful = left;
+    doubtful.doubts = {{0, 0, 1, "N/A"}};
+    const Refused refused = refusalOf(doubtful, reference(kCmyk, {"0 0 0 0"}));
+    EXPECT_EQ(refused.kind, Refusal::Kind::unreadable);
+    EXPECT_THAT(refused.message, HasSubstr("\"N/A\" is no number"));
+}
+
+TEST(pairing, anotherChart_isRefused_howeverTheIdentifiersAgree) {
+    const std::string fields = std::string("SAMPLE_ID ") + kCmyk;
+    const Refused refused = refusalOf(measured(fields, {"1 0 0 0 40", "2 0 0 0 70"}),
+                                      reference(fields, {"1 0 40 0 0", "2 0 70 0 0"}));
+    EXPECT_EQ(refused.kind, Refusal::Kind::notComparable);
+    EXPECT_THAT(refused.message, AllOf(HasSubstr("no CMYK value of measured.txt has a counterpart within 0.3 "
+                                                 "percent in reference.txt"),
+                                       HasSubstr("--pair id")));
+}
+
+TEST(pairing, deviceValuesAskedForButMissing_areRefused) {
+    const Refused refused =
+        refusalOf(measured("SAMPLE_ID", {"1"}), reference("SAMPLE_ID", {"1"}), PairChoice::deviceValues);
+    EXPECT_EQ(refused.kind, Refusal::Kind::notComparable);
+    EXPECT_THAT(refused.message, HasSubstr("do not hold the same device values"));
+}
+
+// Identifiers.
+
+TEST(pairing, identifiers_pairShuffledSubsets) {
+    const Pairing pairing = paired(measured("SAMPLE_ID LAB_L", {"A3 1", "A1 2"}),
+                                   reference("LAB_L SAMPLE_ID", {"1 A1", "2 A2", "3 A3"}));
+    EXPECT_EQ(pairing.rule, PairRule::identifiers);
+    EXPECT_EQ(pairing.by, "SAMPLE_ID");
+    EXPECT_EQ(pairsOf(pairing), "0-2 1-0");
+    EXPECT_EQ(pairing.unusedReference, 1);
+    EXPECT_THAT(findingsOf(pairing, Kind::unusedSamples),
+                ElementsAre("1 of 3 samples of reference.txt is unused"));
+}
+
+TEST(pairing, identifierWithoutCounterpart_isWarnedAbout) {
+    const Pairing pairing =
+        paired(measured("SAMPLE_ID", {"A1", "x\x1B[2J", "A3"}), reference("SAMPLE_ID", {"A3", "A1"}));
+    EXPECT_EQ(pairsOf(pairing), "0-1 2-0");
+    EXPECT_THAT(findingsOf(pairing, Kind::unusedSamples),
+                ElementsAre("!1 of 3 samples of measured.txt has no counterpart in reference.txt: row 2 "
+                            "(SAMPLE_ID \"x\\x1b[2J\")"));
+}
+
+TEST(pairing, identifiers_areLookedForInOrder) {
+    const std::string keywords = "KEYWORD \"SampleID\"\nKEYWORD \"SAMPLE_NAME\"\nKEYWORD \"SAMPLE_LOC\"\n";
+    const auto byOf = [&](const std::string& left, const std::string& right) {
+        const auto rowOf = [](const std::string& fields) {
+            std::string row = "k";
+            for (auto blanks = std::count(fields.begin(), fields.end(), ' '); blanks > 0; --blanks)
+                row += " k";
+            return row;
+        };
+        return paired(measured(left, {rowOf(left)}, keywords), reference(right, {rowOf(right)}, keywords)).by;
+    };
+    EXPECT_EQ(byOf("SAMPLE_LOC SAMPLE_NAME SAMPLE_ID SampleID", "SAMPLE_LOC SAMPLE_NAME SAMPLE_ID SampleID"),
+              "SampleID");
+    EXPECT_EQ(byOf("SAMPLE_LOC SAMPLE_NAME SAMPLE_ID SampleID", "SAMPLE_LOC SAMPLE_NAME SAMPLE_ID"),
+              "SAMPLE_ID");
+    EXPECT_EQ(byOf("SAMPLE_LOC SAMPLE_NAME SAMPLE_ID", "SAMPLE_LOC SAMPLE_NAME SampleID"), "SAMPLE_NAME");
+    EXPECT_EQ(byOf("SAMPLE_LOC SAMPLE_NAME", "SAMPLE_LOC SAMPLE_ID"), "SAMPLE_LOC");
+}
+
+TEST(pairing, identifiers_compareExactlyAsText) {
+    const Pairing pairing =
+        paired(measured("SAMPLE_ID", {"a", "A", "01b"}), reference("SAMPLE_ID", {"A", "1b"}));
+    EXPECT_EQ(pairsOf(pairing), "1-0");
+}
+
+TEST(pairing, wholeNumbersWrittenDifferently_pair_whichIsNoted) {
+    const Pairing pairing =
+        paired(measured("SAMPLE_ID", {"3", "10", "2"}), reference("SAMPLE_ID", {"002", "003", "010", "004"}));
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-2 2-0");
+    EXPECT_THAT(findingsOf(pairing, Kind::ambiguousSamples),
+                ElementsAre("SAMPLE_ID is compared as a number: \"3\" and \"003\" are taken for the same"));
+    EXPECT_EQ(pairsOf(paired(measured("SAMPLE_ID", {"0", "1"}), reference("SAMPLE_ID", {"1.0", "0.00"}))),
+              "0-1 1-0");
+}
+
+// 998 and 999 alone are padded, 1000 and 1001 are as they are.
+TEST(pairing, numbersOfWhichOnlySomeArePadded_pairThroughout) {
+    EXPECT_EQ(pairsOf(paired(measured("SAMPLE_ID", {"999", "1000", "1001"}),
+                             reference("SAMPLE_ID", {"0998", "0999", "1000", "1001"}))),
+              "0-1 1-2 2-3");
+}
+
+TEST(pairing, numbersWrittenAlike_needNoNote) {
+    EXPECT_THAT(paired(measured("SAMPLE_ID", {"1", "2"}), reference("SAMPLE_ID", {"2", "1"})).findings,
+                IsEmpty());
+}
+
+TEST(pairing, numbersThatAreNotUniqueAsNumbers_compareAsText) {
+    EXPECT_EQ(pairsOf(paired(measured("SAMPLE_ID", {"1", "01", "2"}), reference("SAMPLE_ID", {"01", "02"}))),
+              "1-0");
+}
+
+TEST(pairing, doubledIdentifiers_giveWayToTheNext) {
+    const char* const fields = "SAMPLE_ID SAMPLE_NAME";
+    const Pairing pairing = paired(measured(fields, {"x a", "x b"}), reference(fields, {"1 b", "2 a"}));
+    EXPECT_EQ(pairing.by, "SAMPLE_NAME");
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-0");
+}
+
+TEST(pairing, identifierThatPairsNothing_givesWayToTheNext) {
+    const char* const fields = "SAMPLE_ID SAMPLE_NAME";
+    EXPECT_EQ(paired(measured(fields, {"1 a", "2 b"}), reference(fields, {"x1 a", "x2 b"})).by,
+              "SAMPLE_NAME");
+}
+
+TEST(pairing, doubledIdentifiers_areRefusedWithTheirRows) {
+    for (const PairChoice choice : {PairChoice::automatic, PairChoice::identifiers}) {
+        const Refused refused =
+            refusalOf(measured("SAMPLE_ID", {"a", "b"}), reference("SAMPLE_ID", {"b", "a", "b"}), choice);
+        EXPECT_EQ(refused.kind, Refusal::Kind::notComparable);
+        EXPECT_THAT(refused.message, HasSubstr("SAMPLE_ID \"b\" stands in rows 1 and 3 of reference.txt"));
+    }
+}
+
+TEST(pairing, emptyIdentifiers_areRefusedWithTheirRow) {
+    const Rows rows = {"a 1", "\"\" 2"};
+    EXPECT_THAT(refusalOf(measured("SAMPLE_ID LAB_L", rows), reference("SAMPLE_ID LAB_L", rows)).message,
+                AllOf(HasSubstr("SAMPLE_ID is empty in row 2 of measured.txt"), HasSubstr("--pair order")));
+}
+
+TEST(pairing, identifiersThatShareNothing_areRefused) {
+    const Refused refused =
+        refusalOf(measured("SAMPLE_ID", {"A1", "A2"}), reference("SAMPLE_ID", {"B1", "B2"}));
+    EXPECT_EQ(refused.kind, Refusal::Kind::notComparable);
+    EXPECT_THAT(refused.message, HasSubstr("no SAMPLE_ID of measured.txt stands in reference.txt too"));
+}
+
+TEST(pairing, nothingInCommon_isRefusedWithBothReasons) {
+    const Refused refused =
+        refusalOf(measured("LAB_L LAB_A LAB_B", {"1 2 3"}), reference("SAMPLE_ID", {"1"}));
+    EXPECT_EQ(refused.kind, Refusal::Kind::notComparable);
+    EXPECT_THAT(refused.message,
+                AllOf(HasSubstr("do not hold the same device values"),
+                      HasSubstr("share no identifier (SampleID, SAMPLE_ID, SAMPLE_NAME or SAMPLE_LOC)"),
+                      HasSubstr("--pair order pairs the rows in their order")));
+}
+
+TEST(pairing, remedyForUnequalCounts_doesNotPromiseThatOrderPairs) {
+    EXPECT_THAT(refusalOf(measured("LAB_L", {"1"}), reference("LAB_L", {"1", "2"})).message,
+                HasSubstr("the numbers of samples differ too"));
+}
+
+TEST(pairing, identifiersAskedFor_winOverDeviceValues_whichContradictThem) {
+    const std::string fields = std::string("SAMPLE_ID ") + kCmyk;
+    const Pairing pairing =
+        paired(measured(fields, {"1 0 0 0 0", "2 0 40 0 0", "3 9 0 0 100"}),
+               reference(fields, {"3 9.3 0 0 100", "2 0 0 0 0", "1 0 40 0 0"}), PairChoice::identifiers);
+    EXPECT_EQ(pairsOf(pairing), "0-2 1-1 2-0");
+    EXPECT_THAT(
+        findingsOf(pairing, Kind::otherPairing),
+        ElementsAre("!the CMYK values of 2 of 3 pairs differ, first CMYK_M, 0 in row 1 of measured.txt "
+                    "and 40 in row 3 of reference.txt"));
+}
+
+// Order.
+
+TEST(pairing, order_pairsRowByRow) {
+    const Pairing pairing =
+        paired(measured("LAB_L", {"1", "2"}), reference("LAB_L", {"3", "4"}), PairChoice::order);
+    EXPECT_EQ(pairing.rule, PairRule::order);
+    EXPECT_EQ(pairing.by, "order");
+    EXPECT_EQ(pairsOf(pairing), "0-0 1-1");
+    EXPECT_THAT(pairing.findings, IsEmpty());
+}
+
+TEST(pairing, order_needsEqualCounts) {
+    const Refused refused = refusalOf(measured("SAMPLE_ID", {"1", "2"}),
+                                      reference("SAMPLE_ID", {"1", "2", "3"}), PairChoice::order);
+    EXPECT_EQ(refused.kind, Refusal::Kind::notComparable);
+    EXPECT_THAT(refused.message, AllOf(HasSubstr("measured.txt has 2"), HasSubstr("reference.txt has 3")));
+}
+
+TEST(pairing, identifiersInAnotherOrder_contradictTheOrder) {
+    const Pairing pairing = paired(measured("SAMPLE_ID", {"a", "b", "c"}),
+                                   reference("SAMPLE_ID", {"a", "c", "b"}), PairChoice::order);
+    EXPECT_THAT(
+        findingsOf(pairing, Kind::otherPairing),
+        ElementsAre("!SAMPLE_ID contradicts the order of the rows in 2 of 3 pairs: the sample in row 2 "
+                    "of measured.txt stands in row 3 of reference.txt"));
+}
+
+TEST(pairing, deviceValuesInAnotherOrder_contradictTheOrder) {
+    const Pairing pairing = paired(measured(kRgb, {"0 0 0", "255 0 0"}),
+                                   reference(kRgb, {"255 0 0", "0 0 0"}), PairChoice::order);
+    EXPECT_THAT(findingsOf(pairing, Kind::otherPairing),
+                ElementsAre(HasSubstr("!the RGB values of 2 of 2 pairs differ, first RGB_R, 0 in row 1")));
+}
+
+TEST(pairing, deviceValuesThatCannotBeUsed_doNotKeepTheOrderFromPairing) {
+    EXPECT_EQ(pairsOf(paired(measured(kRgb, {"0 0 300"}), reference(kRgb, {"0 0 nan"}), PairChoice::order)),
+              "0-0");
+}
+
+// Rules.
+
+TEST(possibleRules, areThoseThatPairAnyRow) {
+    const std::string fields = std::string("SAMPLE_ID ") + kCmyk;
+    const Rows two = {"1 0 0 0 0", "2 0 0 0 99"};
+    EXPECT_THAT(possibleRules(measured(fields, two), reference(fields, two)),
+                ElementsAre(PairRule::deviceValues, PairRule::identifiers, PairRule::order));
+    EXPECT_THAT(possibleRules(measured(fields, two), reference(fields, {"2 0 0 0 50"})),
+                ElementsAre(PairRule::identifiers));
+    EXPECT_THAT(possibleRules(measured(fields, two), reference(kCmyk, {"0 0 0 0"})),
+                ElementsAre(PairRule::deviceValues));
+    EXPECT_THAT(possibleRules(measured("LAB_L", {"1"}), reference("LAB_L", {"1", "2"})), IsEmpty());
+}
+
+TEST(identifierColumn, isTheFirstOfItsKind) {
+    EXPECT_EQ(identifierColumn(measured("LAB_L SAMPLE_NAME SAMPLE_ID", {"1 n i"})), 2);
+    EXPECT_EQ(identifierColumn(measured("LAB_L SAMPLE_NAME", {"1 n"})), 1);
+    EXPECT_EQ(identifierColumn(measured("LAB_L SAMPLE_LOC", {"1 n"}, "KEYWORD \"SAMPLE_LOC\"\n")), 1);
+    EXPECT_EQ(identifierColumn(measured("LAB_L", {"1"})), -1);
+}
+
+TEST(countText, groupsThousands) {
+    EXPECT_EQ(countText(0), "0");
+    EXPECT_EQ(countText(999), "999");
+    EXPECT_EQ(countText(1545), "1,545");
+    EXPECT_EQ(countText(12000000), "12,000,000");
+}
+
+// Many rows.
+
+constexpr int kMany = 20000;
+
+double secondsOf(const OwnedChart& left, const OwnedChart& right, PairChoice choice, std::size_t pairs) {
+    const auto start = std::chrono::steady_clock::now();
+    const Pairing pairing = paired(left, right, choice);
+    const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
+    EXPECT_EQ(pairing.pairs.size(), pairs);
+    return time.count();
+}
+
+Rows randomValues(unsigned seed, int scale) {
+    std::mt19937 random(seed);
+    Rows rows;
+    for (int row = 0; row < kMany; ++row) {
+        std::string text;
+        for (int channel = 0; channel < 4; ++channel)
+            text += std::to_string(static_cast<double>(random() % 100000) / scale) + ' ';
+        rows.push_back(text);
+    }
+    return rows;
+}
+
+TEST(pairing, manyShuffledRows_pairInLessThanASecond) {
+    const Rows rows = randomValues(1, 1000);
+    EXPECT_LT(
+        secondsOf(measured(kCmyk, rows), reference(kCmyk, shuffled(rows)), PairChoice::automatic, kMany),
+        1.0);
+}
+
+TEST(pairing, manyEqualDeviceValues_pairInLessThanASecond) {
+    Rows rows(kMany, "0 0 0 0");
+    rows.back() = "0 0 0 100";
+    EXPECT_LT(secondsOf(measured(kCmyk, rows), reference(kCmyk, rows), PairChoice::automatic, kMany), 1.0);
+}
+
+// All of them lie within 0.1 percent of each other.
+TEST(pairing, manyDeviceValuesWithinTheTolerance_pairInLessThanASecond) {
+    const Rows rows = randomValues(2, 1000000);
+    Rows different = rows;
+    std::sort(different.begin(), different.end());
+    different.erase(std::unique(different.begin(), different.end()), different.end());
+    EXPECT_LT(secondsOf(measured(kCmyk, different), reference(kCmyk, shuffled(different)),
+                        PairChoice::automatic, different.size()),
+              1.0);
+}
+
+TEST(pairing, manyIdentifiers_pairInLessThanASecond) {
+    Rows rows;
+    for (int row = 0; row < kMany; ++row)
+        rows.push_back("A" + std::to_string(row));
+    EXPECT_LT(secondsOf(measured("SAMPLE_ID", rows), reference("SAMPLE_ID", shuffled(rows)),
+                        PairChoice::automatic, kMany),
+              1.0);
+}
+
+} // namespace
+} // namespace qxcms::tests
