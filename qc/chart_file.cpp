@@ -25,7 +25,7 @@ Refusal refusalOf(const std::string& name, const TCgatsRefusal& refusal) {
 
 } // namespace
 
-Chart ChartFile::chart(int table) const {
+Chart ChartFile::chart(int table) const& {
     Chart chart{name, document.get(), table};
     std::copy_if(doubts.begin(), doubts.end(), std::back_inserter(chart.doubts),
                  [&](const DoubtfulValue& doubt) { return doubt.table == table; });

@@ -22,7 +22,9 @@ struct ChartFile {
     std::vector<DoubtfulValue> doubts;    ///< of all tables, the first of each column that has some
 
     /// One of its tables, which points into this. @param table counted from 0, one that there is.
-    Chart chart(int table = 0) const;
+    Chart chart(int table = 0) const&;
+    /// The chart would point into what is gone.
+    Chart chart(int table = 0) const&& = delete;
 };
 
 /// Reads the bytes of a file. Refused (unreadable) are bytes that are no CGATS, with line and column, and

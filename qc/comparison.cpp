@@ -7,6 +7,7 @@
 #include "base/number_text.h"
 #include "qc/chart_kind.h"
 #include "qc/conditions.h"
+#include "qc/count_text.h"
 #include "qc/illuminants.h"
 #include "qc/observers.h"
 #include "qc/plausibility.h"
@@ -19,6 +20,8 @@ namespace {
 
 // Another way of pairing is told where it brings the median difference below this part of what it is.
 constexpr double kMuchSmaller = 0.5;
+// Smaller differences than this do not show what belongs together.
+constexpr double kTellingDifference = 1.0;
 
 Side describe(const Chart& chart, ColorSource source) {
     Side side{chart.name,
@@ -121,10 +124,16 @@ private:
         makeWeighting();
     }
 
+    const Illuminants& illuminants() {
+        if (registry == nullptr)
+            registry = std::make_unique<Illuminants>();
+        return *registry;
+    }
+
     // Names that nobody knows are refused also where nothing has to be computed for them.
     void checkAskedNames() {
         if (options.illuminant)
-            illuminants.find(*options.illuminant);
+            illuminants().find(*options.illuminant);
         if (options.observer)
             findObserver(*options.observer);
     }
@@ -135,7 +144,7 @@ private:
         const bool isNeeded =
             result.measured.source != ColorSource::lab || result.reference.source != ColorSource::lab;
         try {
-            weighting = std::make_unique<Conditions>(*illuminants.find(result.conditions.illuminant.value),
+            weighting = std::make_unique<Conditions>(*illuminants().find(result.conditions.illuminant.value),
                                                      findObserver(result.conditions.observer.value));
         } catch (const Refusal& refusal) {
             if (isNeeded)
@@ -154,6 +163,7 @@ private:
                                              ? labOfXyzBeside(chart)
                                              : std::vector<Lab>();
         tell(findingsOnKind(chart));
+        tellUnmeasured(chart, lab);
         tell(chart.findings);
         tell(implausibilities(chart, side.source, side.conditions, lab, fromXyz));
         return lab;
@@ -166,6 +176,20 @@ private:
         };
         return isChosen(side.conditions.illuminant, result.conditions.illuminant) &&
                isChosen(side.conditions.observer, result.conditions.observer);
+    }
+
+    // Rows of zeros among others.
+    void tellUnmeasured(const Chart& chart, const std::vector<Lab>& lab) {
+        const auto isNothing = [](const Lab& color) { return color == Lab{0.0, 0.0, 0.0}; };
+        const auto first = std::find_if(lab.begin(), lab.end(), isNothing);
+        const auto count = static_cast<std::size_t>(std::count_if(lab.begin(), lab.end(), isNothing));
+        if (count == 0 || count == lab.size())
+            return;
+        result.findings.push_back({count == 1 ? Finding::Severity::note : Finding::Severity::warning,
+                                   Finding::Kind::unmeasured,
+                                   placeOf(chart, static_cast<int>(first - lab.begin())) +
+                                       (count == 1 ? "" : " and " + countText(count - 1) + " more") +
+                                       ": Lab is 0 0 0, as of samples that were not measured"});
     }
 
     // Empty where the XYZ cannot be used, which is no matter for the Lab beside it.
@@ -212,8 +236,9 @@ private:
         for (const PairRule rule : possibleRules(measured, reference)) {
             if (rule == result.pairing.rule)
                 continue;
-            const double median = medianUnder(rule);
-            if (median < result.statistics.median * kMuchSmaller)
+            const Pairing other = pairRows(measured, reference, choiceOf(rule));
+            const double median = medianUnder(other);
+            if (other.pairs.size() * 2 >= result.pairing.pairs.size() && isMuchSmaller(median))
                 result.findings.push_back({Finding::Severity::warning, Finding::Kind::otherPairing,
                                            "paired " + wordsFor(rule) + " the median difference would be " +
                                                detail::generalText(median, 3) + " instead of " +
@@ -222,8 +247,12 @@ private:
         }
     }
 
-    double medianUnder(PairRule rule) const {
-        const Pairing pairing = pairRows(measured, reference, choiceOf(rule));
+    bool isMuchSmaller(double median) const {
+        return result.statistics.median > kTellingDifference &&
+               median < result.statistics.median * kMuchSmaller;
+    }
+
+    double medianUnder(const Pairing& pairing) const {
         std::vector<double> totals;
         for (const RowPair& pair : pairing.pairs)
             totals.push_back(difference(samples[static_cast<std::size_t>(pair.measured)],
@@ -240,7 +269,7 @@ private:
             totals.push_back(difference(exchanged, patch.reference, result.formula.number).total);
         }
         const double median = statistics(totals).median;
-        if (median < result.statistics.median * kMuchSmaller)
+        if (isMuchSmaller(median))
             result.findings.push_back(
                 {Finding::Severity::warning, Finding::Kind::exchangedAxes,
                  "with a* and b* of one side exchanged the median difference would be " +
@@ -285,7 +314,7 @@ private:
     const Chart& measured;
     const Chart& reference;
     const ComparisonOptions& options;
-    const Illuminants illuminants;
+    std::unique_ptr<Illuminants> registry; // null until it is needed
     std::unique_ptr<Conditions> weighting; // null where nothing is computed
     std::vector<Lab> samples;
     std::vector<Lab> standards;

@@ -44,9 +44,7 @@ public:
                 hold(named, *side, chosen);
         if (chosen.origin == ChosenCondition::Origin::assumed)
             note(Finding::Kind::assumedCondition,
-                 std::string("no ") + named.name +
-                     " is asked for, nor declared by a file whose colours hold for "
-                     "one only: " +
+                 std::string("no ") + named.name + " is asked for, and no file of Lab or XYZ declares one: " +
                      chosen.value + " is assumed");
         return chosen;
     }
@@ -60,7 +58,9 @@ public:
             const Condition& theirs = reference.conditions.*named.place;
             if (ours.isDeclared() && theirs.isDeclared() && ours.value != theirs.value)
                 differ(named, told(measured, ours), told(reference, theirs));
-            else if (ours.isDeclared() != theirs.isDeclared())
+            // Equal measurement conditions cover the filter.
+            else if (ours.isDeclared() != theirs.isDeclared() &&
+                     !(named.place == &DocumentConditions::filter && haveMeasurementConditions()))
                 unknown += (unknown.empty() ? "" : ", ") + onOneSide(named, ours, theirs);
         }
         if (!unknown.empty())
@@ -93,6 +93,11 @@ private:
             condition.contradicted.empty() ? "" : ", which contradicts " + printable(condition.contradicted);
         return printable(condition.value) + " in " + printable(side.name) + " (" +
                printable(condition.source) + other + ")";
+    }
+
+    bool haveMeasurementConditions() const {
+        return measured.conditions.measurementCondition.isDeclared() &&
+               reference.conditions.measurementCondition.isDeclared();
     }
 
     void tellContradiction(const NamedCondition& named, const DescribedSide& side) {

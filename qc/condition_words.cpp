@@ -163,12 +163,11 @@ bool hasStem(const Words& words, std::initializer_list<std::string_view> stems) 
 }
 
 // A word by its index; an empty one where there is none.
-const Word& wordAt(const Words& words, std::size_t index) {
-    static const Word kNone = {"", ' '};
-    return index < words.size() ? words[index] : kNone;
+Word wordAt(const Words& words, std::size_t index) {
+    return index < words.size() ? words[index] : Word{"", ' '};
 }
 
-const Word& wordBefore(const Words& words, std::size_t index) {
+Word wordBefore(const Words& words, std::size_t index) {
     return index == 0 ? wordAt(words, words.size()) : words[index - 1];
 }
 
@@ -190,7 +189,9 @@ struct Found {
     std::size_t words; ///< that it takes; 0 when there is nothing
 };
 
-const Found kNothing = {"", 0};
+Found nothing() {
+    return {"", 0};
+}
 
 std::string upper(std::string text) {
     for (char& c : text)
@@ -208,26 +209,27 @@ Found daylightAt(const Words& words, std::size_t index) {
         name = name.substr(0, 3);
     if (isOneOf(name, {"d50", "d55", "d60", "d65", "d75", "d93", "id50", "id65"}))
         return {upper(std::string(name)), 1};
-    const std::string& next = wordAt(words, index + 1).text;
+    const std::string next = wordAt(words, index + 1).text;
     if (name == "d" && isOneOf(next, {"50", "55", "65", "75"}))
         return {"D" + next, 2};
-    return kNothing;
+    return nothing();
 }
 
 Found ledAt(const Words& words, std::size_t index) {
-    std::string_view series = words[index].text;
+    constexpr std::string_view kLed = "led";
+    std::string series = words[index].text;
     std::size_t count = 1;
-    if (series == "led") {
+    if (series == kLed) {
         series = wordAt(words, index + 1).text;
         count = 2;
-    } else if (startsWith(series, 0, "led")) {
-        series = series.substr(3);
+    } else if (startsWith(series, 0, kLed)) {
+        series.erase(0, kLed.size());
     } else {
-        return kNothing;
+        return nothing();
     }
     if (isOneOf(series, {"b1", "b2", "b3", "b4", "b5", "bh1", "rgb1", "v1", "v2"}))
-        return {"LED-" + upper(std::string(series)), count};
-    return kNothing;
+        return {"LED-" + upper(series), count};
+    return nothing();
 }
 
 // "1" to "12" and "3.1" to "3.15", the numbers of the fluorescent lamps.
@@ -253,7 +255,7 @@ Found fluorescentAt(const Words& words, std::size_t index) {
     for (const std::string_view letters : {"fl", "f"})
         if (startsWith(word, 0, letters) && isLampNumber(word.substr(letters.size())))
             return {"F" + std::string(word.substr(letters.size())), 1};
-    return kNothing;
+    return nothing();
 }
 
 // Names that mean an illuminant in any text.
@@ -279,7 +281,7 @@ Found observerOfYearAt(const Words& words, std::size_t index) {
         return {"2 degree", 1};
     if (words[index].text == "1964")
         return {"10 degree", 1};
-    return kNothing;
+    return nothing();
 }
 
 // An angle, with or without the word for degrees.
@@ -289,7 +291,7 @@ Found angleAt(const Words& words, std::size_t index) {
         return {"2 degree", count};
     if (isOneOf(words[index].text, {"10", "10.0", "10.00", "ten"}))
         return {"10 degree", count};
-    return kNothing;
+    return nothing();
 }
 
 bool isObserverWord(const Word& word) {
@@ -298,35 +300,35 @@ bool isObserverWord(const Word& word) {
 
 // An angle in a text: "2 degree", "observer 2", "D50/2".
 Found observerInTextAt(const Words& words, std::size_t index) {
-    const Word& before = wordBefore(words, index);
+    const Word before = wordBefore(words, index);
     Found year = observerOfYearAt(words, index);
     if (year.words != 0 && (before.text == "cie" || has(words, {"observer"})))
         return year;
     const Found angle = angleAt(words, index);
     if (angle.words == 0)
-        return kNothing;
+        return nothing();
     const bool behindIlluminant =
         words[index].before == '/' && index > 0 && expectedIlluminantAt(words, index - 1).words != 0;
     // Not "10 degrees C" nor "10/45".
     const bool isDegrees = angle.words == 2 && words[index].before != '/' &&
                            !isOneOf(wordAt(words, index + 2).text, {"c", "f", "celsius", "fahrenheit"});
     const bool isNamed = isObserverWord(before) || isObserverWord(wordAt(words, index + angle.words));
-    return behindIlluminant || isDegrees || isNamed ? angle : kNothing;
+    return behindIlluminant || isDegrees || isNamed ? angle : nothing();
 }
 
 // A letter or the number of a lamp in a text: "illuminant A", "F11/10".
 Found illuminantInTextAt(const Words& words, std::size_t index) {
     const Found plain = plainIlluminantAt(words, index);
     if (plain.words != 0)
-        return wordAt(words, index + plain.words).text == "filter" ? kNothing : plain;
+        return wordAt(words, index + plain.words).text == "filter" ? nothing() : plain;
     const Found expected = expectedIlluminantAt(words, index);
     if (expected.words == 0)
-        return kNothing;
+        return nothing();
     const bool named = isOneOf(wordBefore(words, index).text, {"illuminant", "illumination"});
     const std::size_t next = index + expected.words;
     const bool beforeObserver =
         wordAt(words, next).before == '/' && next < words.size() && angleAt(words, next).words != 0;
-    return named || beforeObserver ? expected : kNothing;
+    return named || beforeObserver ? expected : nothing();
 }
 
 // Measurement conditions, backings, geometries, filters.
@@ -373,15 +375,15 @@ bool isRatioSign(char c) {
 Found geometryInTextAt(const Words& words, std::size_t index) {
     const auto first = geometryAngle(words[index].text);
     if (!first || isRatioSign(words[index].before))
-        return kNothing;
+        return nothing();
     std::size_t next = index + 1;
     while (isGeometryAside(wordAt(words, next)))
         ++next;
     const auto second = geometryAngle(wordAt(words, next).text);
     if (!second || !isRatioSign(words[next].before) || !isMeasuringGeometry(*first, *second))
-        return kNothing;
+        return nothing();
     if (isRatioSign(wordAt(words, next + 1).before) && isNumber(wordAt(words, next + 1)))
-        return kNothing;
+        return nothing();
     return {*first + "/" + *second, next + 1 - index};
 }
 

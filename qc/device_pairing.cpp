@@ -16,7 +16,10 @@ namespace qxcms::qc {
 
 namespace {
 
-const auto kTolerance = static_cast<Coordinate>(std::lround(kDeviceTolerance * kUnitsPerPercent));
+// On the grid.
+Coordinate tolerance() {
+    return static_cast<Coordinate>(std::lround(kDeviceTolerance * kUnitsPerPercent));
+}
 
 // The rows of one chart by their device values.
 struct Groups {
@@ -89,7 +92,7 @@ std::vector<Counterpart> counterparts(const Groups& measured, const Groups& refe
             result.push_back({Outcome::paired, equal});
             continue;
         }
-        const NearestPoint there = referenceIndex.nearest(measured.points.point(group), kTolerance);
+        const NearestPoint there = referenceIndex.nearest(measured.points.point(group), tolerance());
         Counterpart counterpart{Outcome::alone, 0};
         if (there.point >= 0) {
             counterpart.reference = static_cast<std::size_t>(there.point);
@@ -327,7 +330,7 @@ Contradiction contradiction(const PointSet& measured, const PointSet& reference,
         const Coordinate* ours = measured.point(static_cast<std::size_t>(pair.measured));
         const Coordinate* theirs = reference.point(static_cast<std::size_t>(pair.reference.front()));
         for (std::size_t channel = 0; channel < measured.dimensions; ++channel) {
-            if (std::abs(ours[channel] - theirs[channel]) <= kTolerance)
+            if (std::abs(ours[channel] - theirs[channel]) <= tolerance())
                 continue;
             if (result.count++ == 0) {
                 result.first = pair;

@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <cstddef>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "cgats/cgats_vocabulary.h"
+#include "platform/utility.h"
 #include "qc/condition_words.h"
 #include "spectral/tmeasgeom.h"
 
@@ -301,6 +303,13 @@ public:
             readParts(subject, PartReader(comment, false).read());
     }
 
+    /// What was read so far belongs to a table that ends.
+    void endTable() {
+        earlier = {&found.illuminant, &found.observer, &found.measurementCondition,
+                   &found.backing,    &found.geometry, &found.filter,
+                   &found.instrument};
+    }
+
     DocumentConditions result() {
         // A polarizer, or its absence, is told in a line of its own beside the filter.
         settle(polarizer);
@@ -516,6 +525,11 @@ private:
 
     void readGeometry(const std::vector<Word>& words, const std::string& value) {
         const auto geometry = geometryOf(words);
+        for (const char* condition : {"M0", "M2", "M3"})
+            if (strcmp_ci(trimmed(value).c_str(), geometryOfMeasurementCondition(condition)) == 0)
+                // A geometry without a filter says less than a line about the condition itself.
+                put(found.measurementCondition, std::string(condition),
+                    condition[1] == '0' ? Standing::freeText : Standing::declared);
         // What was measured is no geometry.
         const bool isEmission = !geometry && emissionOf(words) == true;
         const bool isReflection = words.size() == 1 && words[0].text.compare(0, 7, "reflect") == 0;
@@ -537,14 +551,16 @@ private:
         if (!filter) // "none, D50"
             filter = filterOf(wordsOf(value.substr(0, value.find_first_of(",;("))));
         if (!filter && condition)
-            filter = filterOfMeasurementCondition(*condition);
-        putSpelled(found.filter, words, filter, value);
+            put(found.filter, filterOfMeasurementCondition(*condition), Standing::declared);
+        else
+            putSpelled(found.filter, words, filter, value);
     }
 
-    static std::string filterOfMeasurementCondition(const std::string& condition) {
+    // Nothing for M0 and M1, which are told apart by the light.
+    static std::optional<std::string> filterOfMeasurementCondition(const std::string& condition) {
         if (condition == "M2")
             return "UV cut";
-        return condition == "M3" ? "polarizing" : "none";
+        return condition == "M3" ? std::optional<std::string>("polarizing") : std::nullopt;
     }
 
     // A line that says whether there is a certain filter.
@@ -590,7 +606,8 @@ private:
     void put(Condition& condition, const std::optional<std::string>& value, Standing standing) const {
         if (!value || standing < condition.standing)
             return;
-        const bool isOther = condition.isDeclared() && condition.value != *value && condition.source != line;
+        const bool isOther = condition.isDeclared() && condition.value != *value &&
+                             condition.source != line && earlier.erase(&condition) == 0;
         condition = {standing, *value, line, isOther ? condition.source : ""};
     }
 
@@ -600,6 +617,8 @@ private:
     std::optional<bool> measuresEmission;
     bool emissionInText = false;
     std::string line; // that is being read
+    // What the lines before an earlier table say: a line before a later one may say otherwise.
+    mutable std::set<const Condition*> earlier;
 };
 
 } // namespace
@@ -609,10 +628,12 @@ DocumentConditions conditionsOf(const TCgats& document, int table) {
     int tablesBehind = 0;
     for (int i = 0; i < document.GetNrTags() && tablesBehind <= table; ++i) {
         const TCgatsTag& tag = *document.GetTagAt(i);
-        if (tag.GetCode() == detail::kBeginData)
+        if (tag.GetCode() == detail::kBeginData) {
             ++tablesBehind;
-        else
+            gatherer.endTable();
+        } else {
             gatherer.readLine(tag);
+        }
     }
     return gatherer.result();
 }

@@ -38,6 +38,8 @@ const char* nameOf(Finding::Kind kind) {
         return "spectralScale";
     case Finding::Kind::equalSpectra:
         return "equalSpectra";
+    case Finding::Kind::unmeasured:
+        return "unmeasured";
     case Finding::Kind::narrowSpectra:
         return "narrowSpectra";
     case Finding::Kind::coarseSpectra:

@@ -34,6 +34,7 @@ struct Finding {
         negativeReflectance,
         spectralScale,    ///< fractions above 2
         equalSpectra,     ///< all of them
+        unmeasured,       ///< rows of zeros among others
         narrowSpectra,    ///< that do not cover 400 to 700 nm
         coarseSpectra,    ///< sampled at 20 nm or more
         emission,         ///< light sources or displays

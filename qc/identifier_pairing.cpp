@@ -98,6 +98,29 @@ void addSpelling(const char* name, const Texts& measured, const Texts& reference
                  " and " + quoted(textOf(reference, differ->reference.front())) + " are taken for the same"});
 }
 
+bool countRows(const Texts& texts) {
+    for (std::size_t row = 0; row < texts.size(); ++row)
+        if (wholeNumber(texts[row]) != std::to_string(row + 1))
+            return false;
+    return true;
+}
+
+bool hasDeviceValues(const Chart& chart) {
+    return chart.header().GetNrColors() > 0 || chart.header().GetNrSpots() > 0 ||
+           chart.document->GetFieldNameIndex(chart.table, "RGB_R") >= 0;
+}
+
+// Numbers that merely count the rows name no samples, above all where one side alone holds device values.
+void addCounting(const char* name, const Texts& measured, const Texts& reference, bool areAlike,
+                 Pairing& pairing) {
+    if (measured.size() < 2 || !countRows(measured) || !countRows(reference))
+        return;
+    const bool isWhole = areAlike && measured.size() == reference.size();
+    pairing.findings.push_back(
+        {isWhole ? Finding::Severity::note : Finding::Severity::warning, Finding::Kind::ambiguousSamples,
+         std::string(name) + " only counts the rows of both files, so that they are paired in their order"});
+}
+
 // Pairs by one identifier that both charts have.
 IdentifierPairing pairBy(const char* name, const Chart& measured, int measuredColumn, const Chart& reference,
                          int referenceColumn) {
@@ -123,7 +146,32 @@ IdentifierPairing pairBy(const char* name, const Chart& measured, int measuredCo
     addSpelling(name, ours, theirs, pairing);
     const auto nameOf = [&](int row) { return name + (' ' + quoted(ours[static_cast<std::size_t>(row)])); };
     addUnusedSamples(measured, reference, nameOf, pairing);
+    addCounting(name, ours, theirs, hasDeviceValues(measured) == hasDeviceValues(reference), pairing);
     return result;
+}
+
+// The reference row of each measured one, -1 for none.
+std::vector<int> referenceRows(const Pairing& pairing, int measuredRows) {
+    std::vector<int> rows(static_cast<std::size_t>(measuredRows), -1);
+    for (const RowPair& pair : pairing.pairs)
+        rows[static_cast<std::size_t>(pair.measured)] = pair.reference.front();
+    return rows;
+}
+
+// A warning where another identifier pairs a row with another one.
+void addContradiction(const Chart& measured, const Pairing& other, Pairing& pairing) {
+    const std::vector<int> ours = referenceRows(pairing, measured.rows());
+    const std::vector<int> theirs = referenceRows(other, measured.rows());
+    for (std::size_t row = 0; row < ours.size(); ++row) {
+        if (ours[row] < 0 || theirs[row] < 0 || ours[row] == theirs[row])
+            continue;
+        pairing.findings.push_back({Finding::Severity::warning, Finding::Kind::otherPairing,
+                                    pairing.by + " pairs row " + std::to_string(row + 1) + " with row " +
+                                        std::to_string(ours[row] + 1) + " of the reference, but " + other.by +
+                                        " with row " + std::to_string(theirs[row] + 1) +
+                                        "; check which of them names the samples"});
+        return;
+    }
 }
 
 } // namespace
@@ -136,12 +184,14 @@ IdentifierPairing pairByIdentifier(const Chart& measured, const Chart& reference
         if (ours < 0 || theirs < 0)
             continue;
         IdentifierPairing found = pairBy(name, measured, ours, reference, theirs);
-        if (found.problem.empty())
-            return found;
-        if (result.problem.empty())
+        if (found.problem.empty() && result.pairing.pairs.empty())
+            result = found;
+        else if (found.problem.empty())
+            addContradiction(measured, found.pairing, result.pairing);
+        else if (result.pairing.pairs.empty() && result.problem.empty())
             result.problem = found.problem;
     }
-    if (result.problem.empty())
+    if (result.pairing.pairs.empty() && result.problem.empty())
         result.problem = "the files share no identifier (SampleID, SAMPLE_ID, SAMPLE_NAME or SAMPLE_LOC)";
     return result;
 }

@@ -1,9 +1,10 @@
 /// @file
 /// The comparison library: every public header of it. Link qxcms::qc.
 ///
-/// Values, no state: a chart points at a table of a document (ChartFile reads one), compare() answers with a
-/// Comparison or with why there is none. Names of files in texts are printable. Nothing is thrown but
-/// std::bad_alloc, where no other word is said of exceptions.
+/// Values, no state: a chart points at a table of a document (ChartFile reads one and outlives its charts),
+/// compare() answers with a Comparison or with why there is none. Names of files in texts are printable.
+/// readChart, openChart and compare throw nothing but std::bad_alloc; what they are made of throws Refusal
+/// where it says so.
 #pragma once
 
 #include "qc/chart.h"
@@ -11,11 +12,14 @@
 #include "qc/chart_kind.h"
 #include "qc/comparison.h"
 #include "qc/condition_choice.h"
+#include "qc/conditions.h"
 #include "qc/difference.h"
 #include "qc/document_conditions.h"
 #include "qc/finding.h"
 #include "qc/formulas.h"
+#include "qc/illuminants.h"
 #include "qc/lab_rows.h"
+#include "qc/observers.h"
 #include "qc/pairing.h"
 #include "qc/plausibility.h"
 #include "qc/published_whites.h"

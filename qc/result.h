@@ -18,9 +18,14 @@ public:
 
     explicit operator bool() const { return std::holds_alternative<T>(content); }
 
-    /// The value; only where there is one.
-    const T& operator*() const { return *std::get_if<T>(&content); }
-    const T* operator->() const { return std::get_if<T>(&content); }
+    /// The value; only where there is one. A temporary gives it away.
+    const T& operator*() const& { return *std::get_if<T>(&content); }
+    T& operator*() & { return *std::get_if<T>(&content); }
+    T&& operator*() && { return std::move(*std::get_if<T>(&content)); }
+    const T* operator->() const& { return std::get_if<T>(&content); }
+    T* operator->() & { return std::get_if<T>(&content); }
+    /// What a temporary points at would be gone.
+    const T* operator->() const&& = delete;
 
     /// Why there is no value; only where there is none.
     const Refusal& refusal() const { return *std::get_if<Refusal>(&content); }

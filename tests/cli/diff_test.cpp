@@ -734,10 +734,14 @@ TEST_F(diffRefusal, reportsOfTheLibrary_doNotReachTheTerminal) {
 }
 
 TEST_F(diffRefusal, noIlluminants_giveExitCode3WithTheDirectoryAndTheRemedy) {
+    const Surroundings bare = {{"QX_CMS=" + folder.path()}, false};
+    const std::string charts = QXCMS_SOURCE_DIR "/data/charts/";
     const Outcome result =
-        runCommand({"diff", four(), fourReference()}, {{"QX_CMS=" + folder.path()}, false});
+        runCommand({"diff", charts + "colorchecker_spectral.txt", charts + "colorchecker_aims.txt"}, bare);
     EXPECT_EQ(result.exitCode, 3);
     EXPECT_THAT(result.err, AllOf(HasSubstr(folder.path("r/ill")), HasSubstr("QX_CMS")));
+    // Lab needs none.
+    EXPECT_EQ(runCommand({"diff", four(), fourReference()}, bare).exitCode, 0);
 }
 
 TEST_F(diffRefusal, illuminantsOfOnesOwn_areFoundThroughQxCms) {

@@ -434,5 +434,29 @@ TEST_F(comparison, differenceThatIsNotFinite_isUnreadable) {
                 AllOf(HasSubstr("measured.txt: row 1 and reference.txt: row 2: "), HasSubstr("too large")));
 }
 
+TEST_F(comparison, rowsOfZerosAmongOthers_areTold) {
+    const OwnedChart plain = reference(kLab, {"A 50 0 0", "B 60 0 0", "C 70 0 0"});
+    EXPECT_EQ(
+        findingsOf(compared(measured(kLab, {"A 50 0 0", "B 0 0 0", "C 0 0 0"}), plain), Kind::unmeasured),
+        Rows{"!measured.txt: row 2 and 1 more: Lab is 0 0 0, as of samples that were not measured"});
+    EXPECT_EQ(
+        findingsOf(compared(measured(kLab, {"A 50 0 0", "B 0 0 0", "C 9 0 0"}), plain), Kind::unmeasured),
+        Rows{"measured.txt: row 2: Lab is 0 0 0, as of samples that were not measured"});
+    EXPECT_THAT(findingsOf(compared(plain, plain), Kind::unmeasured), IsEmpty());
+}
+
+TEST_F(comparison, axesExchangedOnOneSide_areTold) {
+    const OwnedChart left = measured(kLab, {"A 50 30 5", "B 60 -40 10", "C 70 9 60"});
+    const OwnedChart right = reference(kLab, {"A 50 5 30", "B 60 10 -40", "C 70 60 9"});
+    EXPECT_EQ(findingsOf(compared(left, right), Kind::exchangedAxes).size(), 1u);
+    EXPECT_THAT(findingsOf(compared(left, left), Kind::exchangedAxes), IsEmpty());
+}
+
+TEST_F(comparison, greysThatExchangingBringsNearer_areNoSignOfIt) {
+    const OwnedChart left = measured(kLab, {"A 50 0.15 0", "B 60 0.15 0"});
+    const OwnedChart right = reference(kLab, {"A 50 0 0.15", "B 60 0 0.15"});
+    EXPECT_THAT(findingsOf(compared(left, right), Kind::exchangedAxes), IsEmpty());
+}
+
 } // namespace
 } // namespace qxcms::tests

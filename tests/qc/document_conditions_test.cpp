@@ -289,8 +289,8 @@ TEST(documentConditions, measurementConditionInTheFilterLine_isDeclared) {
 }
 
 TEST(documentConditions, measurementConditionInTheFilterLine_saysTheFilter) {
-    expectEach(&DocumentConditions::filter, {{"FILTER \"M0\"", "none"},
-                                             {"FILTER \"M1\"", "none"},
+    expectEach(&DocumentConditions::filter, {{"FILTER \"M0\"", ""},
+                                             {"FILTER \"M1\"", ""},
                                              {"FILTER \"M2\"", "UV cut"},
                                              {"FILTER \"M3\"", "polarizing"}});
 }
@@ -489,7 +489,7 @@ TEST(documentConditions, withoutHeaderLines_nothingIsKnown) {
 // Tables.
 
 TEST(documentConditions, tables_haveTheLinesBeforeTheirSamples) {
-    const std::string text = "CGATS.17\n" + tableWith("ILLUMINANT \"D50\"\nFILTER \"M0\"") +
+    const std::string text = "CGATS.17\n" + tableWith("ILLUMINANT \"D50\"\nFILTER \"No\"") +
                              tableWith("ILLUMINANT \"D65\"") + tableWith("FILTER \"UVcut\"");
     EXPECT_EQ(told(conditionsIn(text, 0).illuminant), "D50");
     EXPECT_EQ(told(conditionsIn(text, 0).filter), "none");
@@ -497,6 +497,25 @@ TEST(documentConditions, tables_haveTheLinesBeforeTheirSamples) {
     EXPECT_EQ(told(conditionsIn(text, 1).filter), "none");
     EXPECT_EQ(told(conditionsIn(text, 2).illuminant), "D65");
     EXPECT_EQ(told(conditionsIn(text, 2).filter), "UV cut");
+    EXPECT_EQ(conditionsIn(text, 2).illuminant.contradicted, "");
+}
+
+TEST(documentConditions, linesOfOneTableThatDiffer_areTold) {
+    const DocumentConditions conditions =
+        conditionsOf("WEIGHTING_FUNCTION \"ILLUMINANT, D50\"\nILLUMINATION_NAME \"D65\"");
+    EXPECT_EQ(told(conditions.illuminant), "D65");
+    EXPECT_EQ(conditions.illuminant.contradicted, "WEIGHTING_FUNCTION \"ILLUMINANT, D50\"");
+    EXPECT_EQ(conditionsOf("ILLUMINATION_NAME \"D65\"").illuminant.contradicted, "");
+}
+
+// The names of the geometries of the kernel's list.
+TEST(documentConditions, geometryWithAFilter_isAMeasurementCondition) {
+    expectEach(&DocumentConditions::measurementCondition,
+               {{"MEASUREMENT_GEOMETRY \"Ill 45, Obs 0\"", "M0 (text)"},
+                {"MEASUREMENT_GEOMETRY \"Ill 45, Obs 0, UV Filter\"", "M2"},
+                {"MEASUREMENT_GEOMETRY \"Ill 45, Obs 0, Pol Filter\"", "M3"},
+                {"MEASUREMENT_GEOMETRY \"Ill 45, Obs 0, D65 Filter\"", ""},
+                {"MEASUREMENT_GEOMETRY \"45/0\"", ""}});
 }
 
 // Emission.

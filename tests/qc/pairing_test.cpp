@@ -220,6 +220,29 @@ TEST(pairing, measuredValuesEquallyNear_pairNothing_andAreTold) {
                             "near to one device value as to another; left out"));
 }
 
+TEST(pairing, numbersThatCountTheRows_areTold) {
+    const char* const fields = "SAMPLE_ID LAB_L";
+    const Pairing whole = paired(measured(fields, {"1 50", "2 60"}), reference(fields, {"1 50", "2 60"}));
+    EXPECT_THAT(
+        findingsOf(whole, Kind::ambiguousSamples),
+        ElementsAre("SAMPLE_ID only counts the rows of both files, so that they are paired in their order"));
+    const Pairing part =
+        paired(measured(fields, {"1 50", "2 60"}), reference(fields, {"1 50", "2 60", "3 70"}));
+    EXPECT_THAT(findingsOf(part, Kind::ambiguousSamples), ElementsAre(HasSubstr("!SAMPLE_ID only counts")));
+    const Pairing named = paired(measured(fields, {"A1 50", "A2 60"}), reference(fields, {"A1 50", "A2 60"}));
+    EXPECT_THAT(named.findings, IsEmpty());
+}
+
+TEST(pairing, otherIdentifierThatPairsOtherwise_isWarnedAbout) {
+    const char* const fields = "SAMPLE_ID SAMPLE_NAME";
+    const Pairing pairing = paired(measured(fields, {"7 A", "8 B"}), reference(fields, {"7 B", "8 A"}));
+    EXPECT_EQ(pairing.by, "SAMPLE_ID");
+    EXPECT_THAT(
+        findingsOf(pairing, Kind::otherPairing),
+        ElementsAre("!SAMPLE_ID pairs row 1 with row 1 of the reference, but SAMPLE_NAME with row 2; check "
+                    "which of them names the samples"));
+}
+
 // Repeats.
 
 TEST(pairing, repeatsInEqualNumbers_pairFirstWithFirst) {
