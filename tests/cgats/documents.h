@@ -165,11 +165,11 @@ private:
 
 /// How much slower than a release build this one may be.
 #if defined(QXCMS_TESTS_SANITIZED)
-inline constexpr double kSlowness = 20.0;
+inline constexpr double kSlowness = 30.0;
 #elif defined(NDEBUG)
 inline constexpr double kSlowness = 1.0;
 #else
-inline constexpr double kSlowness = 5.0;
+inline constexpr double kSlowness = 15.0;
 #endif
 
 /// The processor time since construction, as seconds of a release build.
