@@ -81,11 +81,6 @@ Lab meanOf(const std::vector<Lab>& labs, const std::vector<int>& rows) {
     return mean;
 }
 
-std::optional<std::string> canonical(const std::optional<std::string>& name,
-                                     std::string (*make)(const std::string&)) {
-    return name ? std::optional<std::string>(make(*name)) : std::nullopt;
-}
-
 /// Makes one comparison.
 class Comparing {
 public:
@@ -114,12 +109,12 @@ public:
 
 private:
     void chooseConditionsOfBoth() {
-        checkAskedNames();
+        const std::optional<std::string> illuminant = askedIlluminant();
+        const std::optional<std::string> observer = askedObserver();
         result.conditions =
             chooseConditions({measured.name, result.measured.source, result.measured.conditions},
                              {reference.name, result.reference.source, result.reference.conditions},
-                             canonical(options.illuminant, shortIlluminant),
-                             canonical(options.observer, canonicalObserver), options.force);
+                             illuminant, observer, options.force);
         tell(result.conditions.findings);
         makeWeighting();
     }
@@ -131,11 +126,16 @@ private:
     }
 
     // Names that nobody knows are refused also where nothing has to be computed for them.
-    void checkAskedNames() {
-        if (options.illuminant)
-            illuminants().find(*options.illuminant);
-        if (options.observer)
-            findObserver(*options.observer);
+    std::optional<std::string> askedIlluminant() {
+        if (!options.illuminant)
+            return std::nullopt;
+        return shortIlluminant(illuminants().find(*options.illuminant)->GetName());
+    }
+
+    std::optional<std::string> askedObserver() const {
+        if (!options.observer)
+            return std::nullopt;
+        return findObserver(*options.observer).GetName();
     }
 
     // Lab needs none, so that it may hold for conditions that are not known here; neither is XYZ beside it

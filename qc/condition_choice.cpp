@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
@@ -17,16 +18,38 @@ constexpr const char* kDefaultObserver = "2 degree";
 struct NamedCondition {
     const char* name;
     Condition DocumentConditions::*place;
+    const char* known; ///< values, for messages
 };
 
-constexpr NamedCondition kIlluminant = {"illuminant", &DocumentConditions::illuminant};
-constexpr NamedCondition kObserver = {"observer", &DocumentConditions::observer};
+constexpr NamedCondition kIlluminant = {"illuminant", &DocumentConditions::illuminant,
+                                        "A, B, C, E, D50, D55, D65, D75, F1 to F12 and LED-B1 to LED-V2"};
+constexpr NamedCondition kObserver = {"observer", &DocumentConditions::observer, "2 degree and 10 degree"};
+constexpr NamedCondition kFilter = {"filter", &DocumentConditions::filter,
+                                    "none, polarizing, UV cut and D65"};
 // Of the measurement itself: spectra are bound to them as well.
 constexpr std::array<NamedCondition, 4> kOfMeasurement = {
-    {{"measurement condition", &DocumentConditions::measurementCondition},
-     {"backing", &DocumentConditions::backing},
-     {"geometry", &DocumentConditions::geometry},
-     {"filter", &DocumentConditions::filter}}};
+    {{"measurement condition", &DocumentConditions::measurementCondition, "M0, M1, M2 and M3"},
+     {"backing", &DocumentConditions::backing, "white, black and self"},
+     {"geometry", &DocumentConditions::geometry, "45/0, 0/45, d/8, 8/d, d/0 and 0/d"},
+     kFilter}};
+
+bool isPlain(const Condition& condition) {
+    return condition.isDeclared() && condition.understood;
+}
+
+// Whether a measurement condition is declared, and the filter - or that none is named - is the one it asks
+// for.
+bool filterGoesWithCondition(const DocumentConditions& conditions) {
+    const std::string& condition = conditions.measurementCondition.value;
+    const Condition& filter = conditions.filter;
+    if (!isPlain(conditions.measurementCondition))
+        return false;
+    if (!filter.isDeclared())
+        return true;
+    if (condition == "M2") // also computed from measurements without one
+        return filter.value == "UV cut" || filter.value == "none";
+    return filter.value == (condition == "M3" ? "polarizing" : "none");
+}
 
 /// Goes through the conditions of two sides.
 class Choice {
@@ -44,27 +67,29 @@ public:
                 hold(named, *side, chosen);
         if (chosen.origin == ChosenCondition::Origin::assumed)
             note(Finding::Kind::assumedCondition,
-                 std::string("no ") + named.name + " is asked for, and no file of Lab or XYZ declares one: " +
-                     chosen.value + " is assumed");
+                 std::string("no ") + named.name + " is asked for, and no file of Lab or XYZ declares one" +
+                     (areUnderstood(named) ? "" : " that is understood") + ": " + chosen.value +
+                     " is assumed");
         return chosen;
     }
 
     void compareMeasurements() {
-        std::string unknown;
-        for (const NamedCondition& named : kOfMeasurement) {
-            for (const DescribedSide* side : {&measured, &reference})
+        for (const DescribedSide* side : {&measured, &reference}) {
+            for (const NamedCondition& named : kOfMeasurement)
                 tellContradiction(named, *side);
-            const Condition& ours = measured.conditions.*named.place;
-            const Condition& theirs = reference.conditions.*named.place;
-            if (ours.isDeclared() && theirs.isDeclared() && ours.value != theirs.value)
-                differ(named, told(measured, ours), told(reference, theirs));
-            // Equal measurement conditions cover the filter.
-            else if (ours.isDeclared() != theirs.isDeclared() &&
-                     !(named.place == &DocumentConditions::filter && haveMeasurementConditions()))
-                unknown += (unknown.empty() ? "" : ", ") + onOneSide(named, ours, theirs);
+            tellFilterAgainstCondition(*side);
         }
-        if (!unknown.empty())
-            warn(Finding::Kind::unknownCondition, "declared by one file only: " + unknown);
+        const bool conditionsCoverFilters =
+            filterGoesWithCondition(measured.conditions) && filterGoesWithCondition(reference.conditions);
+        for (const NamedCondition& named : kOfMeasurement)
+            if (named.place != kFilter.place || !conditionsCoverFilters)
+                compareMeasurement(named);
+        if (!onOneSide.empty())
+            warn(Finding::Kind::unknownCondition, "declared by one file only: " + onOneSide);
+        for (const auto& [side, texts] : inTexts)
+            if (!texts.empty())
+                note(Finding::Kind::freeTextCondition,
+                     printable(side->name) + ": named in a text only: " + texts);
     }
 
     /// @throws Refusal where conditions differ.
@@ -95,24 +120,85 @@ private:
                printable(condition.source) + other + ")";
     }
 
-    bool haveMeasurementConditions() const {
-        return measured.conditions.measurementCondition.isDeclared() &&
-               reference.conditions.measurementCondition.isDeclared();
-    }
-
     void tellContradiction(const NamedCondition& named, const DescribedSide& side) {
         const Condition& condition = side.conditions.*named.place;
         if (!condition.contradicted.empty())
             warn(Finding::Kind::contradictoryCondition,
                  printable(side.name) + " contradicts itself: its " + named.name + " is " + told(condition) +
-                     ", but also " + printable(condition.contradicted) + "; the last one is taken");
+                     ", but also " + printable(condition.contradicted) + "; " + printable(condition.value) +
+                     " is taken");
+    }
+
+    void tellFilterAgainstCondition(const DescribedSide& side) {
+        const Condition& condition = side.conditions.measurementCondition;
+        const Condition& filter = side.conditions.filter;
+        if (!isPlain(condition) || condition.implied || !isPlain(filter))
+            return;
+        const std::string text = printable(side.name) + ": the filter is " + told(filter) + ", but " +
+                                 told(condition) + " is measured " +
+                                 (condition.value == "M2"   ? "with a UV cut"
+                                  : condition.value == "M3" ? "with a polarizer"
+                                                            : "without a filter");
+        if (!filterGoesWithCondition(side.conditions))
+            warn(Finding::Kind::contradictoryCondition, text + "; correct the line that is wrong");
+        else if (condition.value == "M2" && filter.value == "none")
+            note(Finding::Kind::contradictoryCondition, text + " or computed as with one");
+    }
+
+    void compareMeasurement(const NamedCondition& named) {
+        const Condition& ours = measured.conditions.*named.place;
+        const Condition& theirs = reference.conditions.*named.place;
+        const bool areKnown =
+            ours.standing != Condition::Standing::unknown && theirs.standing != Condition::Standing::unknown;
+        const bool areSame = areKnown && meanTheSame(ours.value, theirs.value);
+        const bool areUnderstood = ours.understood && theirs.understood;
+        if (!areUnderstood && !areSame) {
+            tellNotUnderstood(named, measured);
+            tellNotUnderstood(named, reference);
+        } else if (areKnown && !areSame) {
+            if (ours.isDeclared() && theirs.isDeclared())
+                differ(named, told(measured, ours), told(reference, theirs));
+            else
+                warn(Finding::Kind::freeTextCondition,
+                     std::string("the ") + named.name + " seems to differ: " + toldOfText(measured, ours) +
+                         ", " + toldOfText(reference, theirs) +
+                         "; make sure which holds, and declare it in a line of its own");
+        } else {
+            for (const DescribedSide* side : {&measured, &reference})
+                tellAlone(named, *side, areKnown);
+        }
+    }
+
+    // Of a side that does not differ from the other one. What a line implies goes with what that line is
+    // about.
+    void tellAlone(const NamedCondition& named, const DescribedSide& side, bool otherIsKnown) {
+        const Condition& condition = side.conditions.*named.place;
+        if (condition.implied || condition.standing == Condition::Standing::unknown)
+            return;
+        if (condition.standing == Condition::Standing::freeText)
+            append(inTexts[&side == &measured ? 0 : 1].second, named.name + (" " + told(condition)));
+        else if (!otherIsKnown)
+            append(onOneSide, named.name + (" " + told(side, condition)));
+    }
+
+    void tellNotUnderstood(const NamedCondition& named, const DescribedSide& side,
+                           const std::string& consequence = "it is not compared") {
+        const Condition& condition = side.conditions.*named.place;
+        if (!condition.understood)
+            warn(Finding::Kind::unknownCondition, printable(side.name) + ": the " + named.name + " " +
+                                                      told(condition) + " is not understood, so that " +
+                                                      consequence + "; known are " + named.known);
+    }
+
+    static std::string toldOfText(const DescribedSide& side, const Condition& condition) {
+        return told(side, condition) + (condition.isDeclared() ? "" : " as a text says");
     }
 
     void requireEqualBoundSides(const NamedCondition& named) {
         const Condition& ours = measured.conditions.*named.place;
         const Condition& theirs = reference.conditions.*named.place;
-        if (measured.isBound() && reference.isBound() && ours.isDeclared() && theirs.isDeclared() &&
-            ours.value != theirs.value)
+        if (measured.isBound() && reference.isBound() && isPlain(ours) && isPlain(theirs) &&
+            !meanTheSame(ours.value, theirs.value))
             differ(named, told(measured, ours), told(reference, theirs));
     }
 
@@ -123,11 +209,17 @@ private:
         for (const auto standing : {Condition::Standing::declared, Condition::Standing::freeText})
             for (const DescribedSide* side : {&measured, &reference}) {
                 const Condition& condition = side->conditions.*named.place;
-                if (side->isBound() && condition.standing == standing)
+                if (side->isBound() && condition.standing == standing && condition.understood)
                     return {condition.value, standing == Condition::Standing::declared
                                                  ? ChosenCondition::Origin::declared
                                                  : ChosenCondition::Origin::freeText};
             }
+        // Lab of both sides may hold for a condition that nobody knows.
+        const Condition& ours = measured.conditions.*named.place;
+        const Condition& theirs = reference.conditions.*named.place;
+        if (measured.source == ColorSource::lab && reference.source == ColorSource::lab &&
+            ours.isDeclared() && theirs.isDeclared() && meanTheSame(ours.value, theirs.value))
+            return {ours.value, ChosenCondition::Origin::declared};
         return {assumed, ChosenCondition::Origin::assumed};
     }
 
@@ -137,7 +229,13 @@ private:
         const bool isAsked = chosen.origin == ChosenCondition::Origin::asked;
         switch (condition.standing) {
         case Condition::Standing::declared:
-            if (isAsked && condition.value != chosen.value)
+            if (meanTheSame(condition.value, chosen.value))
+                break;
+            if (!condition.understood)
+                tellNotUnderstood(named, side,
+                                  std::string("its ") + wordFor(side) + " are taken as those of " +
+                                      chosen.value);
+            else if (isAsked)
                 differ(named, told(side, condition), chosen.value + " as asked for");
             break;
         case Condition::Standing::freeText:
@@ -166,9 +264,13 @@ private:
         return side.source == ColorSource::lab ? "Lab values" : "XYZ values";
     }
 
-    std::string onOneSide(const NamedCondition& named, const Condition& ours, const Condition& theirs) const {
-        return ours.isDeclared() ? named.name + (" " + told(measured, ours))
-                                 : named.name + (" " + told(reference, theirs));
+    bool areUnderstood(const NamedCondition& named) const {
+        return (measured.conditions.*named.place).understood &&
+               (reference.conditions.*named.place).understood;
+    }
+
+    static void append(std::string& list, const std::string& item) {
+        list += (list.empty() ? "" : ", ") + item;
     }
 
     void differ(const NamedCondition& named, const std::string& one, const std::string& other) {
@@ -195,6 +297,9 @@ private:
     const DescribedSide& measured;
     const DescribedSide& reference;
     std::vector<std::string> conflicts;
+    std::string onOneSide;                                                // declared there only
+    std::array<std::pair<const DescribedSide*, std::string>, 2> inTexts = // named there only
+        {{{&measured, ""}, {&reference, ""}}};
 };
 
 } // namespace

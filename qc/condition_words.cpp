@@ -342,7 +342,7 @@ std::optional<std::string> backingColor(std::string_view word) {
         return "white";
     if (isOneOf(word, {"black", "schwarz"}))
         return "black";
-    if (word == "self")
+    if (isOneOf(word, {"self", "substrate"}))
         return "self";
     return std::nullopt;
 }
@@ -501,6 +501,29 @@ Weighting weightingOf(const std::vector<Word>& words) {
             has(words, {"illuminant", "illumination"}), has(words, {"observer"}), understood};
 }
 
+namespace {
+
+// Of a text that names one condition and nothing else.
+Weighting soleWeightingOf(const Words& words) {
+    Weighting weighting = weightingOf(words);
+    const bool isMore = namesNothing(words) || (weighting.illuminant && weighting.observer) ||
+                        std::any_of(words.begin(), words.end(),
+                                    [](const Word& word) { return isMeasurementCondition(word.text); });
+    if (!weighting.understood || isMore)
+        weighting.illuminant = weighting.observer = std::nullopt;
+    return weighting;
+}
+
+} // namespace
+
+std::optional<std::string> illuminantOf(const std::vector<Word>& words) {
+    return soleWeightingOf(words).illuminant;
+}
+
+std::optional<std::string> observerOf(const std::vector<Word>& words) {
+    return soleWeightingOf(words).observer;
+}
+
 std::optional<std::string> backingOf(const std::vector<Word>& words) {
     Sole backing;
     for (const Word& word : words) {
@@ -518,11 +541,19 @@ std::optional<std::string> backingOf(const std::vector<Word>& words) {
 
 std::optional<std::string> geometryOf(const std::vector<Word>& words) {
     std::vector<std::string> angles;
-    for (const Word& word : words)
-        if (auto angle = geometryAngle(word.text))
+    Sole pair; // among other numbers
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (auto angle = geometryAngle(words[i].text))
             angles.push_back(std::move(*angle));
+        if (const Found found = geometryInTextAt(words, i); found.words != 0)
+            pair.add(found.value);
+    }
     if (angles.size() == 2 && isMeasuringGeometry(angles[0], angles[1]))
         return angles[0] + "/" + angles[1];
+    if (angles.size() > 2)
+        return pair.value();
+    if (words.size() == 1 && isOneOf(words[0].text, {"d8", "di8", "de8"}))
+        return "d/8";
     if (angles.empty() && has(words, {"sphere", "spherical", "ulbricht"}))
         return "d/8";
     return std::nullopt;
@@ -609,6 +640,7 @@ std::optional<bool> emissionOf(const std::vector<Word>& words) {
     for (std::size_t i = 0; i + 1 < words.size(); ++i)
         isPower = isPower || (isOneOf(words[i].text, {"w", "mw", "uw"}) && words[i + 1].before == '/');
     if (saysEmission(words) || isPower || holdsPair(words, "light", "source") ||
+        holdsPair(words, "ill", "none") || // of the kernel's geometries
         hasStem(words, {"emission", "emitt", "radiant", "ambient", "display", "monitor", "projector"}) ||
         has(words, {"flash", "lamp", "lamps", "cd", "luminance", "illuminance"}))
         return true;

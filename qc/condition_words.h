@@ -55,6 +55,8 @@ Weighting weightingOf(const std::vector<Word>& words);
 /// @name Texts that stand where nothing but such a condition belongs
 /// Nothing for spellings that are not known.
 /// @{
+std::optional<std::string> illuminantOf(const std::vector<Word>& words);
+std::optional<std::string> observerOf(const std::vector<Word>& words);
 std::optional<std::string> backingOf(const std::vector<Word>& words);
 std::optional<std::string> geometryOf(const std::vector<Word>& words);
 std::optional<std::string> filterOf(const std::vector<Word>& words);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <optional>
 #include <set>
 #include <string_view>
@@ -11,7 +12,6 @@
 #include "cgats/cgats_vocabulary.h"
 #include "platform/utility.h"
 #include "qc/condition_words.h"
-#include "spectral/tmeasgeom.h"
 
 namespace qxcms::qc {
 
@@ -143,6 +143,13 @@ constexpr std::string_view kTextStems[] = {"descript", "condition",  "comment", 
                                            "note",     "title",      "standard", "material",
                                            "purpose",  "targettype", "tablename"};
 
+// What the keyword of a name holds, of people and firms, dates and serial numbers: a "D65" in it means
+// nothing.
+constexpr std::string_view kNameStems[] = {"manufactur", "originator", "creat",     "author", "operator",
+                                           "owner",      "customer",   "company",   "vendor", "supplier",
+                                           "distribut",  "contact",    "copyright", "serial", "identif",
+                                           "date",       "time",       "uuid",      "guid"};
+
 bool isAlphanumeric(char c) {
     return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
@@ -172,14 +179,26 @@ std::optional<Subject> subjectOf(std::string_view name) {
     return std::nullopt;
 }
 
+template <std::size_t Count>
+bool holdsOneOf(const std::string& letters, const std::string_view (&stems)[Count]) {
+    return std::any_of(std::begin(stems), std::end(stems),
+                       [&](std::string_view stem) { return letters.find(stem) != std::string::npos; });
+}
+
 std::optional<Subject> subjectOfKeyword(std::string_view keyword) {
     if (const auto subject = subjectOf(keyword))
         return subject;
     const std::string letters = squeezed(keyword);
-    const bool isText = std::any_of(std::begin(kTextStems), std::end(kTextStems), [&](std::string_view stem) {
-        return letters.find(stem) != std::string::npos;
-    });
-    return isText ? std::optional(Subject::text) : std::nullopt;
+    return holdsOneOf(letters, kTextStems) ? std::optional(Subject::text) : std::nullopt;
+}
+
+// Of a keyword that is about no subject.
+bool isOfAName(const std::string& keyword) {
+    std::string letters;
+    std::transform(keyword.begin(), keyword.end(), std::back_inserter(letters), toLower);
+    const bool isNumber = letters.size() > 3 && letters.compare(letters.size() - 3, 3, "_id") == 0;
+    const std::string name = squeezed(keyword);
+    return isNumber || name == "id" || name == "user" || name == "maker" || holdsOneOf(name, kNameStems);
 }
 
 // Lines of several parts: "Illumination=D50 ObserverAngle=2, Filter: No".
@@ -293,7 +312,7 @@ public:
             return;
         const bool isText = subject == Subject::text;
         const bool hasParts = !isText && readParts(subject, PartReader(value, tag.GetNumeric() != 0).read());
-        if (!hasParts)
+        if (!hasParts && (subject || !isOfAName(keyword)))
             read(subject.value_or(Subject::text), trimmed(value));
         // A "#" cuts a value in two wherever it stands.
         line += " #" + comment;
@@ -305,15 +324,17 @@ public:
 
     /// What was read so far belongs to a table that ends.
     void endTable() {
-        earlier = {&found.illuminant, &found.observer, &found.measurementCondition,
-                   &found.backing,    &found.geometry, &found.filter,
-                   &found.instrument};
+        earlier = {&found.illuminant, &found.observer, &found.measurementCondition, &found.backing,
+                   &found.geometry,   &found.filter,   &found.instrument,           &light};
     }
 
     DocumentConditions result() {
+        settleLight();
+        settleGeometryFilter();
         // A polarizer, or its absence, is told in a line of its own beside the filter.
         settle(polarizer);
         settle(ultravioletFilter);
+        implyMeasurementCondition();
         found.isEmission = measuresEmission.value_or(emissionInText);
         return std::move(found);
     }
@@ -368,7 +389,7 @@ private:
         case Subject::weighting:
             return readWeighting(value);
         case Subject::source:
-            return readSource(words, value);
+            return readSource(words);
         case Subject::measurementCondition:
             return readMeasurementCondition(words, value);
         case Subject::backing:
@@ -486,23 +507,25 @@ private:
         return trimmed(first == std::string_view::npos ? "" : rest.substr(first));
     }
 
-    // The light of the measurement. Where it is daylight and nothing else tells, it is that of the
-    // computation as well; lamps in instruments are not.
-    void readSource(const std::vector<Word>& words, const std::string& value) {
+    // The light of the measurement. Where it is daylight and no line tells what the colours are computed for,
+    // they are for that light as well; lamps in instruments are not.
+    void readSource(const std::vector<Word>& words) {
         const Weighting weighting = weightingOf(words);
-        if (weighting.namesIlluminant || weighting.namesObserver)
-            return readWeighting(value);
         const NamedConditions named = conditionsInText(words);
         readAside(words, Standing::declared);
-        const bool isDaylight = named.illuminant && named.illuminant->front() == 'D';
-        const bool isFree = !found.illuminant.isDeclared();
-        put(found.illuminant, weighting.illuminant,
-            isDaylight && isFree ? Standing::declared : Standing::freeText);
-        if (weighting.illuminant)
+        const bool isDaylight = weighting.illuminant && weighting.illuminant->front() == 'D';
+        put(light, weighting.illuminant, isDaylight ? Standing::declared : Standing::freeText);
+        if (weighting.illuminant || weighting.namesObserver)
             put(found.observer, weighting.observer, Standing::declared);
         put(found.filter, named.filter, Standing::freeText);
         put(found.geometry, named.geometry, Standing::freeText);
         put(found.backing, named.backing, Standing::freeText);
+    }
+
+    void settleLight() {
+        if (light.isDeclared() ? !found.illuminant.isDeclared()
+                               : found.illuminant.standing == Standing::unknown && !light.value.empty())
+            found.illuminant = light;
     }
 
     // The other conditions.
@@ -525,11 +548,12 @@ private:
 
     void readGeometry(const std::vector<Word>& words, const std::string& value) {
         const auto geometry = geometryOf(words);
-        for (const char* condition : {"M0", "M2", "M3"})
-            if (strcmp_ci(trimmed(value).c_str(), geometryOfMeasurementCondition(condition)) == 0)
-                // A geometry without a filter says less than a line about the condition itself.
-                put(found.measurementCondition, std::string(condition),
-                    condition[1] == '0' ? Standing::freeText : Standing::declared);
+        const auto filter = conditionsInText(words).filter;
+        geometryFilter = {};
+        bareGeometry = {};
+        put(geometryFilter, filter, Standing::declared);
+        if (isBareGeometry(words) && filter.value_or("none") == "none")
+            put(bareGeometry, std::string("M0"), Standing::declared);
         // What was measured is no geometry.
         const bool isEmission = !geometry && emissionOf(words) == true;
         const bool isReflection = words.size() == 1 && words[0].text.compare(0, 7, "reflect") == 0;
@@ -538,7 +562,14 @@ private:
         if (!isEmission && !isReflection)
             putSpelled(found.geometry, words, geometry, value);
         readAside(words, Standing::declared);
-        put(found.filter, conditionsInText(words).filter, Standing::freeText);
+    }
+
+    // "Ill 45, Obs 0", whatever follows.
+    static bool isBareGeometry(const std::vector<Word>& words) {
+        constexpr std::string_view kName[] = {"ill", "45", "obs", "0"};
+        return words.size() >= std::size(kName) &&
+               std::equal(std::begin(kName), std::end(kName), words.begin(),
+                          [](std::string_view name, const Word& word) { return name == word.text; });
     }
 
     void readFilter(const std::vector<Word>& words, const std::string& value) {
@@ -571,6 +602,32 @@ private:
         put(filter, isThere ? name : "none", Standing::declared);
     }
 
+    // A line about the filter itself wins.
+    void settleGeometryFilter() {
+        if (!geometryFilter.isDeclared())
+            return;
+        if (!found.filter.isDeclared())
+            found.filter = geometryFilter;
+        else if (found.filter.value != geometryFilter.value && found.filter.contradicted.empty())
+            found.filter.contradicted = geometryFilter.source;
+    }
+
+    // The geometry is the weakest witness: without a filter it tells nothing of the light.
+    void implyMeasurementCondition() {
+        Condition& condition = found.measurementCondition;
+        const Condition& filter = found.filter;
+        const char* const meant = filter.value == "UV cut" ? "M2" : filter.value == "polarizing" ? "M3" : "";
+        const bool isFiltered = !filter.value.empty() && filter.value != "none";
+        if (*meant != '\0' && !condition.isDeclared() &&
+            (filter.isDeclared() || condition.standing == Standing::unknown))
+            condition = {filter.standing, meant, filter.source};
+        else if (!isFiltered && bareGeometry.isDeclared() && condition.standing == Standing::unknown)
+            condition = bareGeometry;
+        else
+            return;
+        condition.implied = true;
+    }
+
     void settle(const Condition& filter) {
         const bool saysNone = filter.value == "none";
         const bool replaces = !found.filter.isDeclared() || (found.filter.value == "none" && !saysNone);
@@ -600,18 +657,25 @@ private:
         if (!spelled && (namesNothing(words) || trimmed(value).empty() || (isNone(words) && !noneIsAValue)))
             put(condition, "", Standing::unknown);
         else
-            put(condition, spelled.value_or(trimmed(value)), Standing::declared);
+            put(condition, spelled.value_or(trimmed(value)), Standing::declared, spelled.has_value());
     }
 
-    void put(Condition& condition, const std::optional<std::string>& value, Standing standing) const {
+    void put(Condition& condition, const std::optional<std::string>& value, Standing standing,
+             bool understood = true) const {
         if (!value || standing < condition.standing)
             return;
-        const bool isOther = condition.isDeclared() && condition.value != *value &&
+        const bool isOther = condition.isDeclared() && !meanTheSame(condition.value, *value) &&
                              condition.source != line && earlier.erase(&condition) == 0;
-        condition = {standing, *value, line, isOther ? condition.source : ""};
+        if (isOther && condition.understood && !understood)
+            condition.contradicted = line;
+        else
+            condition = {standing, *value, line, isOther ? condition.source : "", understood};
     }
 
     DocumentConditions found;
+    Condition light;          // of the measurement
+    Condition geometryFilter; // that the geometry names
+    Condition bareGeometry;   // M0, as the geometry without a filter
     Condition polarizer;
     Condition ultravioletFilter;
     std::optional<bool> measuresEmission;
@@ -638,17 +702,10 @@ DocumentConditions conditionsOf(const TCgats& document, int table) {
     return gatherer.result();
 }
 
-const char* geometryOfMeasurementCondition(const std::string& measurementCondition) {
-    constexpr int kIll45Obs0 = 0;
-    constexpr int kPolFilter = 7;
-    constexpr int kUvFilter = 9;
-    if (measurementCondition == "M0")
-        return TMeasGeom::sGeomList[kIll45Obs0];
-    if (measurementCondition == "M2")
-        return TMeasGeom::sGeomList[kUvFilter];
-    if (measurementCondition == "M3")
-        return TMeasGeom::sGeomList[kPolFilter];
-    return nullptr;
+bool meanTheSame(const std::string& one, const std::string& other) {
+    const std::size_t slash = one.find('/');
+    return strcmp_ci(one.c_str(), other.c_str()) == 0 ||
+           (slash != std::string::npos && one.substr(slash + 1) + '/' + one.substr(0, slash) == other);
 }
 
 } // namespace qxcms::qc

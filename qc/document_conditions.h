@@ -21,7 +21,9 @@ struct Condition {
     /// value of an unknown spelling stands as it is, without blanks around it.
     std::string value;
     std::string source; ///< the header line as it stands, keyword and value; empty when there is none
-    std::string contradicted = {}; ///< an earlier line that declares another value; empty when there is none
+    std::string contradicted = {}; ///< another line that declares another value; empty when there is none
+    bool understood = true;        ///< false for a declared value of an unknown spelling
+    bool implied = false;          ///< by the line of another condition: M2 by a UV cut
 
     bool isDeclared() const { return standing == Standing::declared; }
 };
@@ -31,7 +33,7 @@ struct DocumentConditions {
     Condition illuminant;           ///< "A", "C", "D50", "F11", "LED-B1": the CIE's short name
     Condition observer;             ///< "2 degree", "10 degree"
     Condition measurementCondition; ///< "M0", "M1", "M2", "M3" (ISO 13655)
-    Condition backing;              ///< "white", "black", "self"
+    Condition backing;              ///< "white", "black", "self" (on its own substrate)
     Condition geometry;             ///< "45/0", "0/45", "d/8", "8/d", "d/0"
     Condition filter;               ///< "none", "polarizing", "UV cut", "D65"
     Condition instrument;
@@ -41,14 +43,18 @@ struct DocumentConditions {
 /// The conditions of a table, read from the header lines before its samples: WEIGHTING_FUNCTION,
 /// ILLUMINATION_NAME, OBSERVER_ANGLE, FILTER, MEASUREMENT_SOURCE, MEASUREMENT_GEOMETRY, SAMPLE_BACKING,
 /// INSTRUMENTATION and the like in the spellings found in files. A later line of the same kind wins over an
-/// earlier one of the same standing; a declared value wins over one from a text. Nothing is read from file
-/// names.
+/// earlier one of the same standing; a declared value wins over one from a text, and one that is understood
+/// over one that is not. Nothing is read from file names, nor from the names of people and firms, dates and
+/// serial numbers.
+///
+/// A measurement condition that no line names is implied by the filter - a UV cut means M2, a polarizer M3 -
+/// or by the geometry "Ill 45, Obs 0" of the kernel's list (TMeasGeom) without a filter, which means M0. A
+/// D65 filter means none of them; it is not M1.
 /// @param document read without error. @param table counted from 0, one that there is.
 DocumentConditions conditionsOf(const TCgats& document, int table);
 
-/// The measuring geometry of the kernel's list (TMeasGeom) that a measurement condition stands for: M0 is
-/// "Ill 45, Obs 0", M2 its "UV Filter", M3 its "Pol Filter". Null for M1, which is not the "D65 Filter", and
-/// for any other text.
-const char* geometryOfMeasurementCondition(const std::string& measurementCondition);
+/// Whether two values of one condition mean the same: equal texts, whatever their case, and geometries whose
+/// light takes the same way forth or back, as 45/0 and 0/45 (ISO 13655 allows either).
+bool meanTheSame(const std::string& one, const std::string& other);
 
 } // namespace qxcms::qc

@@ -22,10 +22,10 @@ struct Finding {
         doubtfulValues,   ///< columns that are not compared hold words where numbers belong
         // The conditions.
         assumedCondition,       ///< nothing is declared
-        unknownCondition,       ///< one side declares nothing
+        unknownCondition,       ///< one side declares nothing, or nothing that is understood
         freeTextCondition,      ///< named in a text only
         forcedCondition,        ///< declared conditions differ, and the comparison was forced
-        contradictoryCondition, ///< a document declares two different ones
+        contradictoryCondition, ///< a document declares two different ones, or a filter against its condition
         formula,                ///< what the formula departs from
         // The values.
         xyzScale,      ///< XYZ on a scale of 0 to 1

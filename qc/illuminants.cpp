@@ -6,6 +6,7 @@
 
 #include "platform/logical_names.h"
 #include "platform/utility.h"
+#include "qc/condition_words.h"
 #include "qc/nearest_names.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
@@ -64,12 +65,14 @@ Illuminants::~Illuminants() = default;
 
 TIlluminant* Illuminants::find(const std::string& name) const {
     const std::string brief = shortIlluminant(name);
-    std::vector<std::string> known = names();
-    for (std::string& one : known) {
+    const std::vector<std::string> all = names();
+    std::vector<std::string> known(all.size());
+    std::transform(all.begin(), all.end(), known.begin(), shortIlluminant);
+    for (const std::string& one : {brief, illuminantOf(wordsOf(name)).value_or(brief)}) {
+        const auto found = std::find(known.begin(), known.end(), one);
         // The registry would report a name that it does not know.
-        if (shortIlluminant(one) == brief)
-            return registry->GetIlluminant(one.c_str());
-        one = shortIlluminant(one);
+        if (found != known.end())
+            return registry->GetIlluminant(all[static_cast<std::size_t>(found - known.begin())].c_str());
     }
     throw Refusal(Refusal::Kind::usage, unknownName("illuminant", name, brief, known) + "; known are " +
                                             joined(known, ", ") +

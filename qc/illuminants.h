@@ -24,7 +24,8 @@ public:
     ~Illuminants();
 
     /// The illuminant of that name, ignoring case; "CIE Illuminant " may be left out, or put before a name
-    /// that goes without, and FL11 stands for F11. Valid as long as this object.
+    /// that goes without, and FL11 stands for F11. A name that is none of these is read as in files, where
+    /// "Illuminant D50" and "D 50" are D50. Valid as long as this object.
     /// @throws Refusal (usage) that names the nearest known ones and lists all.
     TIlluminant* find(const std::string& name) const;
 

@@ -297,11 +297,71 @@ TEST_F(mixedGeometries, m0OfSpectraAgainstM1OfLab_isRefused) {
         "M0.*M1");
 }
 
-TEST_F(mixedGeometries, m0InFreeTextAgainstM1_isRefusedOrWarnedAbout) {
-    expectRefusalOrWarning(
+TEST_F(mixedGeometries, m0InFreeTextAgainstM1_isWarnedAboutWithBothLines) {
+    expectWarning(
         {labs("m.txt", kUsualConditions + "FILE_DESCRIPTOR \"coated paper, measurement condition M0\"\n"),
          labs("r.txt", kUsualConditions + "FILTER \"M1\"\n")},
-        "M0|M1");
+        "M0 in [^ ]*m\\.txt .FILE_DESCRIPTOR .*M1 in [^ ]*r\\.txt .FILTER ");
+}
+
+TEST_F(mixedGeometries, conditionOfAnInstrumentLine_isWarnedAboutWithBothLines) {
+    expectWarning({labs("m.txt", kUsualConditions + "INSTRUMENTATION \"Spectro, M2 (UV-cut), 45/0\"\n"),
+                   labs("r.txt", kUsualConditions + "MEASUREMENT_CONDITION \"M1\"\n")},
+                  "M2 in [^ ]*m\\.txt .INSTRUMENTATION .*M1 in [^ ]*r\\.txt .MEASUREMENT_CONDITION ");
+}
+
+TEST_F(mixedGeometries, backingInFreeTextAgainstAnother_isWarnedAboutWithBothLines) {
+    expectWarning({labs("m.txt", kUsualConditions + "DESCRIPTOR \"coated, white backing\"\n"),
+                   labs("r.txt", kUsualConditions + "SAMPLE_BACKING \"black\"\n")},
+                  "white in [^ ]*m\\.txt .DESCRIPTOR .*black in [^ ]*r\\.txt .SAMPLE_BACKING ");
+}
+
+TEST_F(mixedGeometries, conditionInFreeTextAlone_isNoted) {
+    expectNoteOrWarning({labs("m.txt", kUsualConditions + "FILE_DESCRIPTOR \"chart (M2)\"\n"),
+                         labs("r.txt", kUsualConditions)},
+                        "text only: measurement condition M2");
+}
+
+// M2 is the "UV Filter" of the kernel, M3 its "Pol Filter", M0 its geometry without one.
+TEST_F(mixedGeometries, filterAgainstAnotherMeasurementCondition_isRefused) {
+    const std::string m1 = labs("r.txt", kUsualConditions + "MEASUREMENT_CONDITION \"M1\"\n");
+    expectRefusal({labs("m.txt", kUsualConditions + "FILTER \"UV Filter\"\n"), m1}, 4, "M2.*UV Filter.*M1");
+    expectRefusal({labs("m.txt", kUsualConditions + "FILTER \"Pol Filter\"\n"), m1}, 4, "M3.*Pol Filter.*M1");
+    expectRefusal(
+        {labs("m.txt", kUsualConditions + "MEASUREMENT_GEOMETRY \"Ill 0, Obs 45, Pol Filter\"\n"), m1}, 4,
+        "M3.*Pol Filter.*M1");
+    expectWarning({labs("m.txt", kUsualConditions + "FILTER \"UV Filter\"\n"), m1, "--force"},
+                  "force.*M2.*M1");
+}
+
+TEST_F(mixedGeometries, geometryWithoutAFilterAgainstTheUltravioletFilter_isRefused) {
+    expectRefusal({labs("m.txt", kUsualConditions + "MEASUREMENT_GEOMETRY \"Ill 45, Obs 0\"\n"),
+                   labs("r.txt", kUsualConditions + "FILTER \"UV Filter\"\n")},
+                  4, "M0.*M2");
+}
+
+TEST_F(mixedGeometries, polarisingFilterAgainstNoneUnderM1_isRefused) {
+    expectRefusal({labs("m.txt", kUsualConditions + "MEASUREMENT_CONDITION \"M1\"\nFILTER \"Pol Filter\"\n"),
+                   labs("r.txt", kUsualConditions + "MEASUREMENT_CONDITION \"M1\"\nFILTER \"none\"\n")},
+                  4, "filter.*polarizing.*none");
+}
+
+TEST_F(mixedGeometries, polarisingFilterUnderM1_isWarnedAbout) {
+    expectWarning({labs("m.txt", kUsualConditions + "MEASUREMENT_CONDITION \"M1\"\nFILTER \"Pol Filter\"\n"),
+                   labs("r.txt", kUsualConditions + "MEASUREMENT_CONDITION \"M1\"\n")},
+                  "m\\.txt: the filter is polarizing.*M1.*without a filter");
+}
+
+TEST_F(mixedGeometries, unknownSpellings_areWarnedAboutWithTheKnownNames) {
+    const std::string reference =
+        labs("r.txt", kUsualConditions + "SAMPLE_BACKING \"white\"\nFILTER \"none\"\n");
+    expectWarning({labs("m.txt", kUsualConditions + "SAMPLE_BACKING \"white over black\"\nFILTER \"none\"\n"),
+                   reference},
+                  "backing white over black .*not understood.*known are white, black and self");
+    expectWarning({labs("m.txt", kUsualConditions + "SAMPLE_BACKING \"white\"\nFILTER \"U\"\n"), reference},
+                  "filter U .*not understood.*UV cut");
+    expectWarning({labs("m.txt", kTwoDegree + "ILLUMINANT \"5000K\"\n"), labs("n.txt", kUsualConditions)},
+                  "m\\.txt: the illuminant 5000K .*not understood.*D50");
 }
 
 TEST_F(mixedGeometries, blackBackingAgainstWhite_isRefused) {
@@ -871,6 +931,17 @@ TEST_F(unknownNames, shortSpellings_areUnderstood) {
                     HasSubstr('"' + observer + " degree\""));
 }
 
+// One vocabulary for files and the command; Lab declared as D50 and 2 degree contradicts another reading.
+TEST_F(unknownNames, spellingsOfFiles_areUnderstood) {
+    const std::string file = labs("m.txt", kUsualConditions);
+    for (const std::string illuminant : {"Illuminant D50", "D 50", "D50 ", "CIE illuminant d50"})
+        expectNoWarning({file, file, "--illuminant", illuminant});
+    for (const std::string observer : {"2 deg", "2\xC2\xB0", "02", "CIE 1931 2 degree"})
+        expectNoWarning({file, file, "--observer", observer});
+    expectRefusal({file, file, "--illuminant", "D 65"}, 4, "D50.*D65 as asked for");
+    expectRefusal({file, file, "--observer", "CIE 1964 10 degree"}, 4, "2 degree.*10 degree as asked for");
+}
+
 // What is as it should be.
 
 TEST_F(soundFiles, labOfTheSameConditions_isAnsweredWithoutAWarning) {
@@ -902,6 +973,36 @@ TEST_F(soundFiles, labForD65OnBothSides_isComparedForD65) {
         expectNoWarning({printedLabs("m.txt", header), printedLabs("r.txt", header)});
     EXPECT_THAT(report["conditions"]["illuminant"].dump(), HasSubstr("D65"));
     EXPECT_THAT(report["conditions"]["observer"].dump(), HasSubstr("10 degree"));
+}
+
+TEST_F(soundFiles, geometriesOfLightThereAndBack_areAnsweredWithoutAWarning) {
+    const std::string reference = labs("r.txt", kUsualConditions + "MEASUREMENT_GEOMETRY \"0/45\"\n");
+    for (const std::string geometry :
+         {"45/0", "45:0", "0:45", "45a:0", "45\xC2\xB0/0\xC2\xB0", "45/0 circumferential", "Ill 45, Obs 0"})
+        expectNoWarning(
+            {labs("m.txt", kUsualConditions + "MEASUREMENT_GEOMETRY \"" + geometry + "\"\n"), reference});
+}
+
+TEST_F(soundFiles, filterLineChangesWhatTheGeometrySays) {
+    const std::string reference = labs("r.txt", kUsualConditions + "MEASUREMENT_CONDITION \"M2\"\n");
+    answer(
+        {labs("m.txt", kUsualConditions + "MEASUREMENT_GEOMETRY \"Ill 45, Obs 0\"\nFILTER \"UV Filter\"\n"),
+         reference});
+}
+
+TEST_F(soundFiles, filterBesideItsMeasurementCondition_isAnsweredWithoutAWarning) {
+    expectNoWarning({labs("m.txt", kUsualConditions + "FILTER \"Pol Filter\"\n"),
+                     labs("r.txt", kUsualConditions + "MEASUREMENT_CONDITION \"M3\"\n")});
+}
+
+TEST_F(soundFiles, lampOfTheInstrumentBesideTheIlluminant_isAnsweredWithoutAWarning) {
+    expectNoWarning({labs("m.txt", kUsualConditions + "MEASUREMENT_SOURCE \"Illuminant A\"\n"),
+                     labs("r.txt", kUsualConditions)});
+}
+
+TEST_F(soundFiles, illuminantInTheNameOfAFirm_isAnsweredWithoutAWarning) {
+    expectNoWarning({labs("m.txt", kUsualConditions + "MANUFACTURER \"D65 and M2 Inc\"\nCREATED \"D65\"\n"),
+                     labs("r.txt", kUsualConditions + "ORIGINATOR \"M1 Ltd\"\n")});
 }
 
 TEST_F(soundFiles, polarisingFilterAndM3_areOneCondition) {

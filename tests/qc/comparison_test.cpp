@@ -271,12 +271,25 @@ TEST_F(comparison, xyzBesideLabUnderSuchAnIlluminant_isNotLookedAt) {
     EXPECT_THAT(findingsOf(compared(chart, chart), Kind::labAgainstXyz), IsEmpty());
 }
 
-TEST_F(comparison, spectraAndXyzUnderSuchAnIlluminant_areRefused) {
+TEST_F(comparison, spectraAndXyzUnderSuchAnIlluminant_areTakenForD50WithAWarning) {
     const OwnedChart lab = reference(kLab, {"A 50 0 0"}, illuminantLine("Moonlight"));
     const OwnedChart xyz = measured(kXyz, {"A 20 20 20"}, illuminantLine("Moonlight"));
+    for (const Comparison& result : {compared(measured(kSpectra, {"A 1 1 1 1"}), lab), compared(xyz, lab)}) {
+        EXPECT_EQ(result.conditions.illuminant.value, "D50");
+        EXPECT_EQ(result.conditions.illuminant.origin, ChosenCondition::Origin::assumed);
+        EXPECT_THAT(findingsOf(result, Kind::unknownCondition),
+                    testing::Contains(AllOf(HasSubstr("reference.txt"), HasSubstr("Moonlight"),
+                                            HasSubstr("not understood"))));
+    }
+}
+
+// D93 is understood in files, but there is none to compute with.
+TEST_F(comparison, spectraAndXyzUnderAnIlluminantThatIsMissing_areRefused) {
+    const OwnedChart lab = reference(kLab, {"A 50 0 0"}, illuminantLine("D93"));
+    const OwnedChart xyz = measured(kXyz, {"A 20 20 20"}, illuminantLine("D93"));
     for (const Refusal& refusal : {refused(measured(kSpectra, {"A 1 1 1 1"}), lab), refused(xyz, lab)}) {
         EXPECT_EQ(refusal.kind(), Refusal::Kind::usage);
-        EXPECT_THAT(refusal.what(), AllOf(HasSubstr("unknown illuminant"), HasSubstr("Moonlight")));
+        EXPECT_THAT(refusal.what(), AllOf(HasSubstr("unknown illuminant"), HasSubstr("D93")));
     }
 }
 

@@ -1,6 +1,8 @@
 // Which illuminant and observer a comparison is made for, and what keeps two sides from being compared.
 #include "qc/condition_choice.h"
 
+#include <utility>
+
 #include <gmock/gmock.h>
 
 #include "qc/refusal.h"
@@ -21,6 +23,12 @@ using Place = Condition DocumentConditions::*;
 
 Condition declared(const std::string& value) {
     return {Condition::Standing::declared, value, "LINE \"" + value + "\""};
+}
+
+Condition notUnderstood(const std::string& value) {
+    Condition condition = declared(value);
+    condition.understood = false;
+    return condition;
 }
 
 Condition inText(const std::string& value) {
@@ -299,6 +307,163 @@ TEST(conditionChoice, equalMeasurements_needNoFinding) {
         const ChosenConditions choice = chosen(measured(conditions), reference(conditions));
         EXPECT_THAT(findingsOf(choice, Kind::unknownCondition), IsEmpty());
     }
+}
+
+// Filters and measurement conditions.
+
+DocumentConditions under(const Condition& measurementCondition, const Condition& filter = {}) {
+    DocumentConditions conditions;
+    conditions.measurementCondition = measurementCondition;
+    conditions.filter = filter;
+    return conditions;
+}
+
+TEST(conditionChoice, filterThatTheMeasurementConditionAsksFor_needNotBeNamed) {
+    for (const auto& [condition, filter] : {std::pair("M0", "none"), std::pair("M1", "none"),
+                                            std::pair("M2", "UV cut"), std::pair("M3", "polarizing")}) {
+        const DescribedSide left = measured(under(declared(condition), declared(filter)));
+        EXPECT_THAT(findingsOf(chosen(left, reference(under(declared(condition)))), Kind::unknownCondition),
+                    IsEmpty())
+            << condition;
+        EXPECT_THAT(findingsOf(chosen(left, left), Kind::contradictoryCondition), IsEmpty()) << condition;
+    }
+}
+
+TEST(conditionChoice, filterAgainstTheMeasurementConditionOfItsFile_isToldAndCompared) {
+    const DescribedSide odd = measured(under(declared("M1"), declared("polarizing")));
+    EXPECT_THAT(refusalOf(odd, reference(under(declared("M1"), declared("none")))),
+                HasSubstr("filter polarizing in measured.txt"));
+    const ChosenConditions choice = chosen(odd, reference(under(declared("M1"))));
+    EXPECT_THAT(
+        findingsOf(choice, Kind::contradictoryCondition),
+        ElementsAre("!measured.txt: the filter is polarizing (LINE \"polarizing\"), but M1 (LINE \"M1\") "
+                    "is measured without a filter; correct the line that is wrong"));
+    EXPECT_THAT(findingsOf(choice, Kind::unknownCondition), ElementsAre(HasSubstr("filter polarizing")));
+}
+
+TEST(conditionChoice, everyFilterThatContradicts_isTold) {
+    for (const auto& [condition, filter] :
+         {std::pair("M0", "UV cut"), std::pair("M1", "D65"), std::pair("M1", "UV cut"),
+          std::pair("M2", "polarizing"), std::pair("M3", "none"), std::pair("M3", "UV cut")})
+        EXPECT_THAT(findingsOf(chosen(measured({}), reference(under(declared(condition), declared(filter)))),
+                               Kind::contradictoryCondition),
+                    ElementsAre(StartsWith("!reference.txt: the filter is ")))
+            << condition << ' ' << filter;
+}
+
+// Instruments compute it from what they measure without and with ultraviolet light.
+TEST(conditionChoice, m2WithoutAFilter_isNoted) {
+    const DescribedSide left = measured(under(declared("M2"), declared("none")));
+    const ChosenConditions choice = chosen(left, reference(under(declared("M2"), declared("UV cut"))));
+    EXPECT_THAT(findingsOf(choice, Kind::contradictoryCondition),
+                ElementsAre(AllOf(StartsWith("measured.txt: the filter is none"), HasSubstr("computed"))));
+}
+
+TEST(conditionChoice, conditionImpliedByAFilter_isComparedLikeANamedOne) {
+    Condition implied = declared("M2");
+    implied.implied = true;
+    const DescribedSide left = measured(under(implied, declared("UV cut")));
+    EXPECT_THAT(refusalOf(left, reference(under(declared("M1")))),
+                HasSubstr("measurement condition M2 in measured.txt"));
+    EXPECT_THAT(chosen(left, reference(under(declared("M2")))).findings.size(), 2u); // the assumptions
+    EXPECT_THAT(findingsOf(chosen(left, reference({})), Kind::unknownCondition),
+                ElementsAre("!declared by one file only: filter UV cut in measured.txt (LINE \"UV cut\")"));
+}
+
+TEST(conditionChoice, geometriesThereAndBack_areEqual) {
+    const DescribedSide left = measured(with(&DocumentConditions::geometry, declared("45/0")));
+    const DescribedSide right = reference(with(&DocumentConditions::geometry, declared("0/45")));
+    EXPECT_EQ(chosen(left, right).findings.size(), 2u); // the assumptions
+    EXPECT_THAT(refusalOf(left, reference(with(&DocumentConditions::geometry, declared("d/8")))),
+                HasSubstr("geometry 45/0"));
+}
+
+// Texts.
+
+TEST(conditionChoice, measurementInATextAgainstADeclaredOne_isWarnedOfWithBothLines) {
+    for (const Place place : kOfMeasurement) {
+        const DescribedSide left = measured(with(place, inText("one")));
+        const DescribedSide right = reference(with(place, declared("other")));
+        for (const ChosenConditions& choice : {chosen(left, right), chosen(right, left)})
+            EXPECT_THAT(
+                findingsOf(choice, Kind::freeTextCondition),
+                ElementsAre(AllOf(StartsWith("!the "), HasSubstr("seems to differ"),
+                                  HasSubstr("one in measured.txt (DESCRIPTOR \"under one\") as a text says"),
+                                  HasSubstr("other in reference.txt (LINE \"other\")"))));
+    }
+}
+
+TEST(conditionChoice, measurementsInTexts_areNotedOncePerFile_andWarnedOfWhereTheyDiffer) {
+    DocumentConditions conditions = with(&DocumentConditions::backing, inText("black"));
+    conditions.measurementCondition = inText("M2");
+    EXPECT_THAT(
+        findingsOf(chosen(measured(conditions), reference({})), Kind::freeTextCondition),
+        ElementsAre("measured.txt: named in a text only: measurement condition M2 (DESCRIPTOR \"under "
+                    "M2\"), backing black (DESCRIPTOR \"under black\")"));
+    const DescribedSide other = reference(with(&DocumentConditions::backing, inText("white")));
+    EXPECT_THAT(
+        findingsOf(chosen(measured(conditions), other), Kind::freeTextCondition),
+        ElementsAre(StartsWith("!the backing seems to differ"), HasSubstr("measurement condition M2")));
+}
+
+TEST(conditionChoice, measurementInATextThatIsTheDeclaredOne_isNoted) {
+    const DescribedSide left = measured(under(inText("M1")));
+    const ChosenConditions choice = chosen(left, reference(under(declared("M1"))));
+    EXPECT_THAT(findingsOf(choice, Kind::freeTextCondition),
+                ElementsAre(StartsWith("measured.txt: named in a text only: measurement condition M1")));
+    EXPECT_THAT(findingsOf(choice, Kind::unknownCondition), IsEmpty());
+}
+
+// Values that are not understood.
+
+TEST(conditionChoice, measurementThatIsNotUnderstood_isWarnedOf_andNotRefused) {
+    for (const Place place : kOfMeasurement)
+        for (const Condition& other : {declared("other"), inText("other"), Condition{}}) {
+            const ChosenConditions choice =
+                chosen(measured(with(place, notUnderstood("odd"))), reference(with(place, other)));
+            EXPECT_THAT(findingsOf(choice, Kind::unknownCondition),
+                        ElementsAre(AllOf(StartsWith("!measured.txt: the "),
+                                          HasSubstr(" odd (LINE \"odd\") is not understood"),
+                                          HasSubstr("; known are "))));
+        }
+}
+
+TEST(conditionChoice, equalMeasurementsThatAreNotUnderstood_areEqual) {
+    for (const Place place : kOfMeasurement) {
+        const DescribedSide left = measured(with(place, notUnderstood("Odd")));
+        const DescribedSide right = reference(with(place, notUnderstood("odd")));
+        EXPECT_EQ(chosen(left, right).findings.size(), 2u); // the assumptions
+    }
+}
+
+TEST(conditionChoice, illuminantThatIsNotUnderstood_isWarnedOf_andNotRefused) {
+    const DescribedSide left = measured(viewed(notUnderstood("5000K"), declared("2 degree")));
+    const DescribedSide right = reference(viewed(declared("D65"), declared("2 degree")));
+    const ChosenConditions choice = chosen(left, right);
+    EXPECT_EQ(choice.illuminant.value, "D65");
+    EXPECT_THAT(choice.findings.size(), 1u);
+    EXPECT_THAT(findingsOf(choice, Kind::unknownCondition),
+                ElementsAre(AllOf(
+                    StartsWith("!measured.txt: the illuminant 5000K (LINE \"5000K\") is not understood"),
+                    HasSubstr("its Lab values are taken as those of D65"), HasSubstr("D50"))));
+    EXPECT_EQ(findingsOf(chosen(left, left, "D50"), Kind::unknownCondition).size(), 2u);
+}
+
+TEST(conditionChoice, illuminantThatIsNotUnderstood_givesWayToTheAssumptionWhereColoursAreComputed) {
+    const DescribedSide xyz = measured(viewed(notUnderstood("5000K")), ColorSource::xyz);
+    const ChosenConditions choice = chosen(xyz, reference({}, ColorSource::spectra));
+    EXPECT_EQ(choice.illuminant.value, "D50");
+    EXPECT_EQ(choice.illuminant.origin, Origin::assumed);
+    EXPECT_THAT(findingsOf(choice, Kind::assumedCondition),
+                testing::Contains(HasSubstr("that is understood")));
+    EXPECT_EQ(findingsOf(choice, Kind::unknownCondition).size(), 1u);
+}
+
+TEST(conditionChoice, labOfOneUnknownIlluminant_isComparedForIt) {
+    const DescribedSide side = measured(viewed(notUnderstood("Xenon"), declared("2 degree")));
+    const ChosenConditions choice = chosen(side, side);
+    EXPECT_EQ(choice.illuminant.value, "Xenon");
+    EXPECT_THAT(choice.findings, IsEmpty());
 }
 
 TEST(conditionChoice, refusal_namesEveryConditionThatDiffers) {

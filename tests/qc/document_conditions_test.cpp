@@ -2,12 +2,12 @@
 #include "qc/document_conditions.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "cgats/tcgats.h"
-#include "spectral/tmeasgeom.h"
 
 namespace qxcms::tests {
 namespace {
@@ -126,8 +126,20 @@ TEST(documentConditions, lightOfTheMeasurement_isTheIlluminantWhenItIsDaylight) 
 }
 
 TEST(documentConditions, lampOfTheInstrument_doesNotReplaceTheIlluminant) {
-    const std::string lines = "ILLUMINATION_NAME \"D50\"\nMEASUREMENT_SOURCE \"D65\"";
-    EXPECT_EQ(told(conditionsOf(lines).illuminant), "D50");
+    for (const std::string lamp : {"D65", "Illuminant A", "A", "CIE illuminant D65"}) {
+        const std::string source = "MEASUREMENT_SOURCE \"" + lamp + '"';
+        for (const std::string line : {"ILLUMINATION_NAME \"D50\"", "WEIGHTING_FUNCTION \"ILLUMINANT, D50\""})
+            for (const std::string& lines : {line + '\n' + source, source + '\n' + line}) {
+                const Condition illuminant = conditionsOf(lines).illuminant;
+                EXPECT_EQ(told(illuminant), "D50") << lines;
+                EXPECT_EQ(illuminant.contradicted, "") << lines;
+            }
+    }
+}
+
+TEST(documentConditions, lampThatIsNoDaylight_isTheIlluminantAsATextOnly) {
+    EXPECT_EQ(told(conditionsOf("MEASUREMENT_SOURCE \"Illuminant A\"").illuminant), "A (text)");
+    EXPECT_EQ(told(conditionsOf("MEASUREMENT_SOURCE \"Illuminant D50\"").illuminant), "D50");
 }
 
 // Observers.
@@ -295,10 +307,34 @@ TEST(documentConditions, measurementConditionInTheFilterLine_saysTheFilter) {
                                              {"FILTER \"M3\"", "polarizing"}});
 }
 
-TEST(documentConditions, filter_doesNotSayTheMeasurementCondition) {
-    expectEach(
-        &DocumentConditions::measurementCondition,
-        {{"FILTER \"UVcut\"", ""}, {"FILTER \"No\"", ""}, {"FILTER \"Pol\"", ""}, {"FILTER \"D65\"", ""}});
+TEST(documentConditions, filter_impliesItsMeasurementCondition) {
+    expectEach(&DocumentConditions::measurementCondition, {{"FILTER \"UVcut\"", "M2"},
+                                                           {"FILTER \"UV Filter\"", "M2"},
+                                                           {"UV_FILTER \"Yes\"", "M2"},
+                                                           {"FILTER \"Pol\"", "M3"},
+                                                           {"POLARIZATION \"Yes\"", "M3"},
+                                                           {"DESCRIPTOR \"D50, UV-cut\"", "M2 (text)"},
+                                                           {"FILTER \"No\"", ""},
+                                                           {"FILTER \"D65\"", ""}});
+}
+
+TEST(documentConditions, measurementConditionOfItsOwnLine_isNotThatOfTheFilter) {
+    for (const char* lines : {"MEASUREMENT_CONDITION \"M1\"\nFILTER \"Pol Filter\"",
+                              "FILTER \"Pol Filter\"\nMEASUREMENT_CONDITION \"M1\""}) {
+        const DocumentConditions conditions = conditionsOf(lines);
+        EXPECT_EQ(told(conditions.measurementCondition), "M1") << lines;
+        EXPECT_FALSE(conditions.measurementCondition.implied) << lines;
+        EXPECT_EQ(told(conditions.filter), "polarizing") << lines;
+    }
+    const Condition implied = conditionsOf("FILTER \"Pol Filter\"").measurementCondition;
+    EXPECT_TRUE(implied.implied);
+    EXPECT_EQ(implied.source, "FILTER \"Pol Filter\"");
+}
+
+TEST(documentConditions, declaredFilter_saysMoreThanATextOnTheMeasurementCondition) {
+    expectEach(&DocumentConditions::measurementCondition,
+               {{"DESCRIPTOR \"chart (M1)\"\nFILTER \"UVcut\"", "M2"},
+                {"DESCRIPTOR \"chart (M1)\"\nREMARK \"UV-cut\"", "M1 (text)"}});
 }
 
 TEST(documentConditions, measurementCondition_isAWordOfItsOwn) {
@@ -371,6 +407,13 @@ TEST(documentConditions, geometry_isAPairOfAngles) {
                 {"MEASUREMENT_GEOMETRY \"de:8\xC2\xB0\"", "d/8"},
                 {"MEASUREMENT_GEOMETRY \"Diffuse/8, specular excluded\"", "d/8"},
                 {"MEASUREMENT_GEOMETRY \"sphere\"", "d/8"},
+                {"MEASUREMENT_GEOMETRY \"d:8 (di)\"", "d/8"},
+                {"MEASUREMENT_GEOMETRY \"di8\"", "d/8"},
+                {"MEASUREMENT_GEOMETRY \"45/0, aperture 8 mm\"", "45/0"},
+                {"MEASUREMENT_GEOMETRY \"45/0 annular\"", "45/0"},
+                {"MEASUREMENT_GEOMETRY \"45\xC2\xB0"
+                 "c:0\xC2\xB0 circumferential\"",
+                 "45/0"},
                 {"MEASUREMENT_GEOMETRY \"8:di\"", "8/d"},
                 {"MEASUREMENT_GEOMETRY \"d/0\"", "d/0"},
                 {"MEASUREMENT_GEOMETRY \"0/45 or 45/0\"", "0/45 or 45/0"},
@@ -386,6 +429,7 @@ TEST(documentConditions, backing_isWhiteBlackOrSelf) {
                                               {"SAMPLE_BACKING BLACK", "black"},
                                               {"SAMPLE_BACKING \"bb\"", "black"},
                                               {"SAMPLE_BACKING \"self-backing\"", "self"},
+                                              {"SAMPLE_BACKING \"substrate\"", "self"},
                                               {"SAMPLE_BACKING \"black & white\"", "black & white"},
                                               {"SAMPLE_BACKING \"none\"", "none"},
                                               {"SAMPLE_BACKING \"glass\"", "glass"}});
@@ -508,14 +552,106 @@ TEST(documentConditions, linesOfOneTableThatDiffer_areTold) {
     EXPECT_EQ(conditionsOf("ILLUMINATION_NAME \"D65\"").illuminant.contradicted, "");
 }
 
-// The names of the geometries of the kernel's list.
-TEST(documentConditions, geometryWithAFilter_isAMeasurementCondition) {
+// The names of the geometries of the kernel's list. M1 is not the "D65 Filter".
+TEST(documentConditions, geometryOfTheKernel_impliesAMeasurementCondition) {
     expectEach(&DocumentConditions::measurementCondition,
-               {{"MEASUREMENT_GEOMETRY \"Ill 45, Obs 0\"", "M0 (text)"},
+               {{"MEASUREMENT_GEOMETRY \"Ill 45, Obs 0\"", "M0"},
                 {"MEASUREMENT_GEOMETRY \"Ill 45, Obs 0, UV Filter\"", "M2"},
                 {"MEASUREMENT_GEOMETRY \"Ill 45, Obs 0, Pol Filter\"", "M3"},
+                {"MEASUREMENT_GEOMETRY \"Ill 0, Obs 45, Pol Filter\"", "M3"},
                 {"MEASUREMENT_GEOMETRY \"Ill 45, Obs 0, D65 Filter\"", ""},
                 {"MEASUREMENT_GEOMETRY \"45/0\"", ""}});
+}
+
+TEST(documentConditions, geometryOfTheKernel_namesItsFilter) {
+    expectEach(&DocumentConditions::filter,
+               {{"MEASUREMENT_GEOMETRY \"Ill 45, Obs 0\"", ""},
+                {"MEASUREMENT_GEOMETRY \"Ill 45, Obs 0, UV Filter\"", "UV cut"},
+                {"MEASUREMENT_GEOMETRY \"Ill 0, Obs 45, Pol Filter\"", "polarizing"},
+                {"MEASUREMENT_GEOMETRY \"Ill 45, Obs 0, D65 Filter\"", "D65"}});
+}
+
+TEST(documentConditions, geometry_isTheWeakestWitnessOfTheMeasurementCondition) {
+    const std::string geometry = "MEASUREMENT_GEOMETRY \"Ill 45, Obs 0\"";
+    for (const auto& [line, condition] :
+         {std::pair("FILTER \"UV Filter\"", "M2"), std::pair("FILTER \"Pol\"", "M3"),
+          std::pair("FILTER \"none\"", "M0"), std::pair("FILTER \"D65\"", ""),
+          std::pair("MEASUREMENT_CONDITION \"M1\"", "M1"),
+          std::pair("DESCRIPTOR \"chart (M1)\"", "M1 (text)")})
+        for (const std::string& lines : {geometry + '\n' + line, line + ('\n' + geometry)}) {
+            const DocumentConditions conditions = conditionsOf(lines);
+            EXPECT_EQ(told(conditions.measurementCondition), condition) << lines;
+            EXPECT_EQ(conditions.measurementCondition.contradicted, "") << lines;
+        }
+}
+
+TEST(documentConditions, filterOfTheGeometry_isContradictedByAFilterLine) {
+    const std::string geometry = "MEASUREMENT_GEOMETRY \"Ill 45, Obs 0, UV Filter\"";
+    const DocumentConditions conditions = conditionsOf(geometry + "\nFILTER \"none\"");
+    EXPECT_EQ(told(conditions.filter), "none");
+    EXPECT_EQ(conditions.filter.contradicted, geometry);
+    EXPECT_EQ(conditionsOf(geometry + "\nFILTER \"UVcut\"").filter.contradicted, "");
+}
+
+TEST(documentConditions, laterGeometry_replacesWhatAnEarlierOneImplies) {
+    const std::string text = "CGATS.17\n" + tableWith("MEASUREMENT_GEOMETRY \"Ill 45, Obs 0, UV Filter\"") +
+                             tableWith("MEASUREMENT_GEOMETRY \"d/8\"");
+    EXPECT_EQ(told(conditionsIn(text, 0).measurementCondition), "M2");
+    EXPECT_EQ(told(conditionsIn(text, 1).measurementCondition), "");
+}
+
+// What is not understood.
+
+TEST(documentConditions, unknownSpellings_areDeclaredButNotUnderstood) {
+    for (const char* line : {"ILLUMINANT \"5000K\"", "ILLUMINATION_NAME \"6500 K\"", "OBSERVER \"4 degree\"",
+                             "MEASUREMENT_CONDITION \"M7\"", "SAMPLE_BACKING \"white backing over black\"",
+                             "MEASUREMENT_GEOMETRY \"transmission\"", "FILTER \"U\"", "FILTER \"D50\""}) {
+        const DocumentConditions conditions = conditionsOf(line);
+        int declared = 0;
+        for (const Condition* condition :
+             {&conditions.illuminant, &conditions.observer, &conditions.measurementCondition,
+              &conditions.backing, &conditions.geometry, &conditions.filter}) {
+            EXPECT_EQ(condition->understood, !condition->isDeclared()) << line;
+            declared += condition->isDeclared() ? 1 : 0;
+        }
+        EXPECT_EQ(declared, 1) << line;
+    }
+    EXPECT_TRUE(conditionsOf("ILLUMINANT \"D50\"").illuminant.understood);
+    EXPECT_TRUE(conditionsOf("SAMPLE_BACKING \"substrate\"").backing.understood);
+}
+
+TEST(documentConditions, valueThatIsUnderstood_winsOverOneThatIsNot) {
+    for (const char* lines : {"ILLUMINANT \"D65\"\nILLUMINATION_NAME \"6500 K\"",
+                              "ILLUMINATION_NAME \"6500 K\"\nILLUMINANT \"D65\""}) {
+        const Condition illuminant = conditionsOf(lines).illuminant;
+        EXPECT_EQ(told(illuminant), "D65") << lines;
+        EXPECT_TRUE(illuminant.understood) << lines;
+        EXPECT_EQ(illuminant.contradicted, "ILLUMINATION_NAME \"6500 K\"") << lines;
+    }
+}
+
+TEST(documentConditions, geometriesThereAndBack_meanTheSame) {
+    EXPECT_TRUE(qc::meanTheSame("45/0", "0/45"));
+    EXPECT_TRUE(qc::meanTheSame("d/8", "8/d"));
+    EXPECT_TRUE(qc::meanTheSame("Xenon", "xenon"));
+    EXPECT_FALSE(qc::meanTheSame("45/0", "d/8"));
+    EXPECT_FALSE(qc::meanTheSame("d/8", "d/0"));
+    EXPECT_FALSE(qc::meanTheSame("white", "black"));
+    EXPECT_EQ(conditionsOf("GEOMETRY \"45/0\"\nMEASUREMENT_GEOMETRY \"0:45\"").geometry.contradicted, "");
+}
+
+// Names.
+
+TEST(documentConditions, namesOfPeopleAndFirms_datesAndNumbers_areNoTexts) {
+    for (const char* line :
+         {"MANUFACTURER \"D65 Inc\"", "ORIGINATOR \"M1 and D65 press\"", "CREATED \"D65\"",
+          "CREATOR \"D65 tools\"", "SERIAL \"D65\"", "SERIAL_NUMBER \"M1\"", "PROD_DATE \"D65\"",
+          "TARGET_ID \"D65\"", "OPERATOR \"M2\"", "COPYRIGHT \"D65 Ltd\""}) {
+        const DocumentConditions conditions = conditionsOf(line);
+        EXPECT_EQ(told(conditions.illuminant), "") << line;
+        EXPECT_EQ(told(conditions.measurementCondition), "") << line;
+    }
+    EXPECT_EQ(told(conditionsOf("JOB \"proof for D65\"").illuminant), "D65 (text)");
 }
 
 // Emission.
@@ -526,8 +662,8 @@ TEST(documentConditions, lightSourcesAndDisplays_areEmission) {
           "DISPLAY_TYPE_REFRESH \"NO\"", "QUANTITY \"radiance\"", "QUANTITY \"emission\"",
           "QUANTITY \"irradiance\"", "SPECTRUM_TYPE \"EMISSION\"", "SPECTRAL_UNITS \"mW/(m2 nm)\"",
           "MEASUREMENT_MODE \"Ambient\"", "MEASUREMENT_GEOMETRY \"emission\"",
-          "LUMINANCE_XYZ_CDM2 \"67.09 70.38 76.97\"", "DESCRIPTOR \"Spectral power of a lamp\"",
-          "MEASUREMENT_SOURCE \"Mode=Emission\""})
+          "MEASUREMENT_GEOMETRY \"Ill None, Obs 0\"", "LUMINANCE_XYZ_CDM2 \"67.09 70.38 76.97\"",
+          "DESCRIPTOR \"Spectral power of a lamp\"", "MEASUREMENT_SOURCE \"Mode=Emission\""})
         EXPECT_TRUE(conditionsOf(line).isEmission) << line;
 }
 
@@ -547,22 +683,6 @@ TEST(documentConditions, laterTable_mayBeNoEmission) {
     EXPECT_TRUE(conditionsIn(text, 0).isEmission);
     EXPECT_TRUE(conditionsIn(text, 1).isEmission);
     EXPECT_FALSE(conditionsIn(text, 2).isEmission);
-}
-
-// The geometries of the kernel.
-
-TEST(documentConditions, measurementConditions_haveGeometries) {
-    EXPECT_STREQ(qc::geometryOfMeasurementCondition("M0"), "Ill 45, Obs 0");
-    EXPECT_STREQ(qc::geometryOfMeasurementCondition("M2"), "Ill 45, Obs 0, UV Filter");
-    EXPECT_STREQ(qc::geometryOfMeasurementCondition("M3"), "Ill 45, Obs 0, Pol Filter");
-    EXPECT_EQ(qc::geometryOfMeasurementCondition("M1"), nullptr);
-    EXPECT_EQ(qc::geometryOfMeasurementCondition(""), nullptr);
-    EXPECT_EQ(qc::geometryOfMeasurementCondition("M4"), nullptr);
-}
-
-TEST(documentConditions, geometriesOfMeasurementConditions_areKnownToTheKernel) {
-    for (const char* condition : {"M0", "M2", "M3"})
-        EXPECT_EQ(TMeasGeom(qc::geometryOfMeasurementCondition(condition)).GetStatus(), 0) << condition;
 }
 
 } // namespace
