@@ -324,8 +324,9 @@ public:
 
     /// What was read so far belongs to a table that ends.
     void endTable() {
-        earlier = {&found.illuminant, &found.observer, &found.measurementCondition, &found.backing,
-                   &found.geometry,   &found.filter,   &found.instrument,           &light};
+        earlier = {&found.illuminant, &found.observer, &found.measurementCondition,
+                   &found.backing,    &found.geometry, &found.filter,
+                   &found.instrument, &light,          &namedLight};
     }
 
     DocumentConditions result() {
@@ -347,7 +348,9 @@ private:
         if (subject && !parts.before.empty())
             read(*subject, parts.before);
         for (const Part& part : parts.parts)
-            if (part.subject && (subject || isUnderstood(*part.subject, part.value)))
+            if (subject == Subject::source && part.subject == Subject::illuminant)
+                readIlluminant(namedLight, wordsOf(part.value), part.value);
+            else if (part.subject && (subject || isUnderstood(*part.subject, part.value)))
                 read(*part.subject, part.value);
         return true;
     }
@@ -383,7 +386,7 @@ private:
         const std::vector<Word> words = wordsOf(value);
         switch (subject) {
         case Subject::illuminant:
-            return readIlluminant(words, value);
+            return readIlluminant(found.illuminant, words, value);
         case Subject::observer:
             return readObserver(words, value);
         case Subject::weighting:
@@ -450,12 +453,12 @@ private:
 
     // Illuminants and observers.
 
-    void readIlluminant(const std::vector<Word>& words, const std::string& value) {
+    void readIlluminant(Condition& illuminant, const std::vector<Word>& words, const std::string& value) {
         const Weighting weighting = weightingOf(words);
         const bool namesCondition = conditionsInText(words).measurementCondition.has_value();
         readAside(words, Standing::declared);
         if (weighting.illuminant || !namesCondition)
-            putSpelled(found.illuminant, words, weighting.illuminant, value);
+            putSpelled(illuminant, words, weighting.illuminant, value);
         if (weighting.illuminant)
             put(found.observer, weighting.observer, Standing::declared);
     }
@@ -522,7 +525,14 @@ private:
         put(found.backing, named.backing, Standing::freeText);
     }
 
+    // What a line says the colours are for goes before the light, which is told where its line names an
+    // illuminant and not a mere lamp.
     void settleLight() {
+        if (namedLight.isDeclared() && !found.illuminant.isDeclared())
+            found.illuminant = namedLight;
+        else if (namedLight.isDeclared() && !meanTheSame(namedLight.value, found.illuminant.value) &&
+                 found.illuminant.contradicted.empty())
+            found.illuminant.contradicted = namedLight.source;
         if (light.isDeclared() ? !found.illuminant.isDeclared()
                                : found.illuminant.standing == Standing::unknown && !light.value.empty())
             found.illuminant = light;
@@ -673,7 +683,8 @@ private:
     }
 
     DocumentConditions found;
-    Condition light;          // of the measurement
+    Condition namedLight;     // of the measurement: "Illumination=D50"
+    Condition light;          // the same without a name
     Condition geometryFilter; // that the geometry names
     Condition bareGeometry;   // M0, as the geometry without a filter
     Condition polarizer;

@@ -1001,8 +1001,8 @@ TEST_F(soundFiles, lampOfTheInstrumentBesideTheIlluminant_isAnsweredWithoutAWarn
 }
 
 TEST_F(soundFiles, illuminantInTheNameOfAFirm_isAnsweredWithoutAWarning) {
-    expectNoWarning({labs("m.txt", kUsualConditions + "MANUFACTURER \"D65 and M2 Inc\"\nCREATED \"D65\"\n"),
-                     labs("r.txt", kUsualConditions + "ORIGINATOR \"M1 Ltd\"\n")});
+    expectNoWarning({labs("m.txt", "MANUFACTURER \"D65 and M2 Inc\"\nCREATED \"D65\"\n"),
+                     labs("r.txt", "ORIGINATOR \"M1 Ltd\"\n")});
 }
 
 TEST_F(soundFiles, polarisingFilterAndM3_areOneCondition) {

@@ -137,6 +137,18 @@ TEST(documentConditions, lampOfTheInstrument_doesNotReplaceTheIlluminant) {
     }
 }
 
+TEST(documentConditions, illuminantOfTheSource_isToldBesideAnotherOne_andNotTaken) {
+    const std::string source = "MEASUREMENT_SOURCE \"Illumination=A ObserverAngle=2\"";
+    for (const std::string& lines :
+         {"ILLUMINATION_NAME \"D50\"\n" + source, source + "\nILLUMINATION_NAME \"D50\""}) {
+        const Condition illuminant = conditionsOf(lines).illuminant;
+        EXPECT_EQ(told(illuminant), "D50") << lines;
+        EXPECT_EQ(illuminant.contradicted, source) << lines;
+    }
+    EXPECT_EQ(told(conditionsOf(source).illuminant), "A");
+    EXPECT_EQ(conditionsOf("ILLUMINATION_NAME \"A\"\n" + source).illuminant.contradicted, "");
+}
+
 TEST(documentConditions, lampThatIsNoDaylight_isTheIlluminantAsATextOnly) {
     EXPECT_EQ(told(conditionsOf("MEASUREMENT_SOURCE \"Illuminant A\"").illuminant), "A (text)");
     EXPECT_EQ(told(conditionsOf("MEASUREMENT_SOURCE \"Illuminant D50\"").illuminant), "D50");
