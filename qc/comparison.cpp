@@ -88,7 +88,7 @@ public:
         : measured(one), reference(other), options(asked) {}
 
     Comparison run() {
-        result.formula = findFormula(options.formula);
+        result.formula = findFormula(options.formula).value();
         requireChart(measured);
         requireChart(reference);
         const ColorSource measuredSource = colorSource(measured, options.measuredAs);
@@ -102,7 +102,8 @@ public:
         standards = labOf(reference, result.reference);
         result.pairing = pairRows(measured, reference, options.pair);
         makePatches();
-        result.statistics = statistics(result.differences());
+        const std::vector<double> totals = result.differences();
+        result.statistics = statistics(totals);
         tellRest();
         return std::move(result);
     }
@@ -206,7 +207,7 @@ private:
         for (const RowPair& pair : result.pairing.pairs) {
             const Lab& sample = samples[static_cast<std::size_t>(pair.measured)];
             const Lab standard = meanOf(standards, pair.reference);
-            const Difference parts = difference(sample, standard, result.formula.number);
+            const Difference parts = difference(sample, standard, result.formula.id);
             if (!std::isfinite(parts.total))
                 throw Refusal(
                     Refusal::Kind::unreadable,
@@ -256,7 +257,7 @@ private:
         std::vector<double> totals;
         for (const RowPair& pair : pairing.pairs)
             totals.push_back(difference(samples[static_cast<std::size_t>(pair.measured)],
-                                        meanOf(standards, pair.reference), result.formula.number)
+                                        meanOf(standards, pair.reference), result.formula.id)
                                  .total);
         return statistics(totals).median;
     }
@@ -266,7 +267,7 @@ private:
         std::vector<double> totals;
         for (const Patch& patch : result.patches) {
             const Lab exchanged = {patch.measured[0], patch.measured[2], patch.measured[1]};
-            totals.push_back(difference(exchanged, patch.reference, result.formula.number).total);
+            totals.push_back(difference(exchanged, patch.reference, result.formula.id).total);
         }
         const double median = statistics(totals).median;
         if (isMuchSmaller(median))

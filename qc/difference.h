@@ -5,6 +5,8 @@
 #include <array>
 #include <vector>
 
+#include "qc/formulas.h"
+#include "qc/result.h"
 #include "qc/span.h"
 
 namespace qxcms::qc {
@@ -12,7 +14,8 @@ namespace qxcms::qc {
 /// L*, a*, b*.
 using Lab = std::array<double, 3>;
 
-/// Sample minus standard. The parts are those of CIELAB whatever the formula of the total.
+/// Sample minus standard. Of a Lab that is no number, nor is any part that it goes into. The parts are those
+/// of CIELAB whatever the formula of the total.
 struct Difference {
     double lightness; ///< dL*
     double a;         ///< da*
@@ -24,11 +27,14 @@ struct Difference {
     double total;      ///< by the formula
 };
 
-/// @param formula kCiede2000 or the number of a difference function of TLabSpace (see formulas.h).
-Difference difference(const Lab& sample, const Lab& standard, int formula);
+Difference difference(const Lab& sample, const Lab& standard, DeltaE formula = DeltaE::ciede2000);
 
-/// The differences of as many samples from their standards.
-/// @param samples, standards of equal size.
-std::vector<Difference> differences(Span<const Lab> samples, Span<const Lab> standards, int formula);
+/// The differences of samples from their standards, one by one. Refused (usage) where there are not as many
+/// of both.
+Result<std::vector<Difference>> differences(Span<const Lab> samples, Span<const Lab> standards,
+                                            DeltaE formula = DeltaE::ciede2000);
+
+/// The totals of differences, for statistics.
+std::vector<double> totalsOf(Span<const Difference> differences);
 
 } // namespace qxcms::qc

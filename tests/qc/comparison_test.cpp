@@ -108,7 +108,7 @@ TEST_F(comparison, statistics_areThoseOfTheDifferences) {
 TEST_F(comparison, formulaWithoutOptions_isCiede2000AsPublished) {
     const Comparison result =
         compared(measured(kLab, {"A 50 2.5 0"}), reference(kLab, {"A 56 -27 -3"}), ComparisonOptions());
-    EXPECT_EQ(result.formula.number, kCiede2000);
+    EXPECT_EQ(result.formula.id, DeltaE::ciede2000);
     EXPECT_NEAR(result.statistics.maximum, 31.9030, 0.00005);
     EXPECT_THAT(findingsOf(result, Kind::formula), IsEmpty());
 }

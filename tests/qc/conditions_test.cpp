@@ -30,64 +30,82 @@ std::string usageRefusal(Function&& f) {
     return "";
 }
 
+Formula foundFormula(const std::string& name) {
+    return findFormula(name).value();
+}
+
+std::string refusalOfFormula(const std::string& name) {
+    return usageRefusal([&] { foundFormula(name); });
+}
+
 TEST(formulas, kernelName_isFoundIgnoringCase) {
-    EXPECT_EQ(findFormula("CIELAB Delta E (Classic)").number, 0);
-    EXPECT_EQ(findFormula("delta e 94").number, 1);
-    EXPECT_EQ(findFormula("DELTA E 2000").number, 2);
-    EXPECT_EQ(findFormula("cmc(1:1)").number, 3);
-    EXPECT_EQ(findFormula("CMC(2:1)").number, 4);
+    EXPECT_EQ(foundFormula("CIELAB Delta E (Classic)").id, DeltaE::cie1976);
+    EXPECT_EQ(foundFormula("delta e 94").id, DeltaE::cie1994);
+    EXPECT_EQ(foundFormula("DELTA E 2000").id, DeltaE::kernel2000);
+    EXPECT_EQ(foundFormula("cmc(1:1)").id, DeltaE::cmc11);
+    EXPECT_EQ(foundFormula("CMC(2:1)").id, DeltaE::cmc21);
 }
 
 TEST(formulas, shortForm_isFoundIgnoringCase) {
-    EXPECT_EQ(findFormula("76").number, 0);
-    EXPECT_EQ(findFormula("94").number, 1);
-    EXPECT_EQ(findFormula("Kernel2000").number, 2);
-    EXPECT_EQ(findFormula("cmc11").number, 3);
-    EXPECT_EQ(findFormula("CMC21").number, 4);
+    EXPECT_EQ(foundFormula("76").id, DeltaE::cie1976);
+    EXPECT_EQ(foundFormula("94").id, DeltaE::cie1994);
+    EXPECT_EQ(foundFormula("Kernel2000").id, DeltaE::kernel2000);
+    EXPECT_EQ(foundFormula("cmc11").id, DeltaE::cmc11);
+    EXPECT_EQ(foundFormula("CMC21").id, DeltaE::cmc21);
 }
 
 TEST(formulas, publishedName_isFoundIgnoringCase) {
-    EXPECT_EQ(findFormula("cie 1976").number, 0);
-    EXPECT_EQ(findFormula("CIE76").number, 0);
-    EXPECT_EQ(findFormula("CIE 1994").number, 1);
-    EXPECT_EQ(findFormula("cie94").number, 1);
+    EXPECT_EQ(foundFormula("cie 1976").id, DeltaE::cie1976);
+    EXPECT_EQ(foundFormula("CIE76").id, DeltaE::cie1976);
+    EXPECT_EQ(foundFormula("CIE 1994").id, DeltaE::cie1994);
+    EXPECT_EQ(foundFormula("cie94").id, DeltaE::cie1994);
 }
 
 TEST(formulas, plainForm_isFoundIgnoringCase) {
-    EXPECT_EQ(findFormula("de76").number, 0);
-    EXPECT_EQ(findFormula("DE94").number, 1);
+    EXPECT_EQ(foundFormula("de76").id, DeltaE::cie1976);
+    EXPECT_EQ(foundFormula("DE94").id, DeltaE::cie1994);
 }
 
 // Kept on purpose: whoever asks for 2000 means the publication, and the kernel's formula is asked for by its
 // own name.
 TEST(formulas, everyShortWordFor2000_isThePublishedFormula) {
     for (const char* word : {"CIEDE2000", "ciede2000", "2000", "de2000", "00", "dE00", "DE00"}) {
-        EXPECT_EQ(findFormula(word).number, kCiede2000) << word;
-        EXPECT_STREQ(findFormula(word).name, "CIEDE2000");
+        EXPECT_EQ(foundFormula(word).id, DeltaE::ciede2000) << word;
+        EXPECT_STREQ(foundFormula(word).name, "CIEDE2000");
     }
 }
 
+TEST(formulas, names_areThoseOfTheKernelsListButForThePublishedOne) {
+    EXPECT_STREQ(formula(DeltaE::ciede2000).name, "CIEDE2000");
+    EXPECT_STREQ(formula(DeltaE::cie1976).name, "CIELAB Delta E (Classic)");
+    EXPECT_STREQ(formula(DeltaE::cie1994).name, "Delta E 94");
+    EXPECT_STREQ(formula(DeltaE::kernel2000).name, "Delta E 2000");
+    EXPECT_STREQ(formula(DeltaE::cmc11).name, "CMC(1:1)");
+    EXPECT_STREQ(formula(DeltaE::cmc21).name, "CMC(2:1)");
+}
+
 TEST(formulas, kernelsFormulaOf2000_tellsHowItDiffersFromThePublication) {
-    for (int number = kCiede2000; number <= 4; ++number)
-        EXPECT_EQ(formula(number).remark != nullptr, number == 2) << number;
-    EXPECT_THAT(formula(2).remark, AllOf(HasSubstr("not CIEDE2000 as published"),
-                                         HasSubstr("6 to 10 percent of real patches by more than 0.1"),
-                                         HasSubstr("up to 1.9"), HasSubstr("--formula CIEDE2000")));
+    for (const DeltaE id : kFormulas)
+        EXPECT_EQ(formula(id).remark != nullptr, id == DeltaE::kernel2000) << formula(id).name;
+    EXPECT_THAT(formula(DeltaE::kernel2000).remark,
+                AllOf(HasSubstr("not CIEDE2000 as published"),
+                      HasSubstr("6 to 10 percent of real patches by more than 0.1"), HasSubstr("up to 1.9"),
+                      HasSubstr("--formula CIEDE2000")));
 }
 
 TEST(formulas, unknownName_isRefusedWithTheKnownOnes) {
     EXPECT_THAT(
-        usageRefusal([] { findFormula("classic"); }),
+        refusalOfFormula("classic"),
         AllOf(HasSubstr("unknown formula \"classic\""), HasSubstr("\"CIEDE2000\" or 2000, de2000, 00, dE00"),
               HasSubstr("\"CIELAB Delta E (Classic)\" or 76, de76, CIE 1976"),
               HasSubstr("\"Delta E 94\" or 94, de94, CIE 1994"), HasSubstr("\"Delta E 2000\" or kernel2000"),
               HasSubstr("\"CMC(1:1)\" or cmc11"), HasSubstr("\"CMC(2:1)\" or cmc21")));
-    usageRefusal([] { findFormula(""); });
+    refusalOfFormula("");
 }
 
 TEST(formulas, unknownName_isRefusedWithTheNearestOnes) {
-    EXPECT_THAT(usageRefusal([] { findFormula("CIEDE200"); }), HasSubstr("(did you mean CIEDE2000"));
-    EXPECT_THAT(usageRefusal([] { findFormula("Delta E 76"); }), HasSubstr("did you mean Delta E 94"));
+    EXPECT_THAT(refusalOfFormula("CIEDE200"), HasSubstr("(did you mean CIEDE2000"));
+    EXPECT_THAT(refusalOfFormula("Delta E 76"), HasSubstr("did you mean Delta E 94"));
 }
 
 TEST(observers, name_isFoundIgnoringCase) {

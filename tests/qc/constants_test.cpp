@@ -8,6 +8,7 @@
 #include "qc/printable_text.h"
 
 using qxcms::qc::columnsOf;
+using qxcms::qc::DeltaE;
 using qxcms::qc::difference;
 using qxcms::qc::printable;
 
@@ -15,8 +16,8 @@ using std::string_literals::operator""s;
 
 namespace {
 
-constexpr int kCie76 = 0;
-constexpr int kCie94 = 1;
+constexpr DeltaE kCie76 = DeltaE::cie1976;
+constexpr DeltaE kCie94 = DeltaE::cie1994;
 
 unsigned number(char32_t c) {
     return static_cast<unsigned>(c);

@@ -1,21 +1,25 @@
 #include "qc/difference.h"
 
 #include <cmath>
+#include <limits>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "qc/formulas.h"
 
+using qxcms::qc::DeltaE;
 using qxcms::qc::Difference;
 using qxcms::qc::difference;
-using qxcms::qc::kCiede2000;
+using qxcms::qc::differences;
 using qxcms::qc::Lab;
+using qxcms::qc::totalsOf;
 
 namespace {
 
-constexpr int kCie76 = 0;
-constexpr int kCie94 = 1;
-constexpr int kCmc11 = 3;
+constexpr DeltaE kCie76 = DeltaE::cie1976;
+constexpr DeltaE kCie94 = DeltaE::cie1994;
+constexpr DeltaE kCmc11 = DeltaE::cmc11;
 
 TEST(difference, parts_areSampleMinusStandard) {
     const Difference d = difference({60.0, 5.0, -2.0}, {50.0, 8.0, 4.0}, kCie76);
@@ -69,9 +73,10 @@ TEST(difference, chromaticness_isNotTheDifferenceOfTheChromas) {
 }
 
 TEST(difference, chromaticness_isChromaAndHueTogetherInEveryFormula) {
-    for (int formula = kCiede2000; formula <= 4; ++formula) {
+    for (const DeltaE formula : qxcms::qc::kFormulas) {
         const Difference d = difference({61.5, 12.25, -33.0}, {58.0, 20.5, -21.0}, formula);
-        EXPECT_NEAR(d.chroma * d.chroma + d.hue * d.hue, d.chromaticness * d.chromaticness, 1e-9) << formula;
+        EXPECT_NEAR(d.chroma * d.chroma + d.hue * d.hue, d.chromaticness * d.chromaticness, 1e-9)
+            << static_cast<int>(formula);
     }
 }
 
@@ -92,13 +97,13 @@ TEST(difference, cie1994_takesTheSecondColourAsTheStandard) {
 
 // Pair 19 of the CIEDE2000 test data.
 TEST(difference, ciede2000_isAsPublished) {
-    EXPECT_NEAR(difference({50.0, 2.5, 0.0}, {56.0, -27.0, -3.0}, kCiede2000).total, 31.9030, 0.00005);
+    EXPECT_NEAR(difference({50.0, 2.5, 0.0}, {56.0, -27.0, -3.0}, DeltaE::ciede2000).total, 31.9030, 0.00005);
 }
 
 TEST(difference, equalColours_differByNothingInEveryFormula) {
     const Lab lab = {37.419544671192781, 12.833049894796833, -15.830779162616759};
-    for (int formula = kCiede2000; formula <= 4; ++formula)
-        EXPECT_EQ(difference(lab, lab, formula).total, 0.0) << formula;
+    for (const DeltaE formula : qxcms::qc::kFormulas)
+        EXPECT_EQ(difference(lab, lab, formula).total, 0.0) << static_cast<int>(formula);
 }
 
 // Nearly equal chromas: rounding may leave the hue term of CIE94 and CMC below 0; the total stays a number.
@@ -107,11 +112,44 @@ TEST(difference, roundingOfTheHueTerm_leavesANumber) {
         const double angle = step * 0.003;
         const Lab standard = {50.0, 90.0 * std::cos(angle), 90.0 * std::sin(angle)};
         const Lab sample = {50.0, 90.000001 * std::cos(angle), 90.000001 * std::sin(angle)};
-        for (const int formula : {kCie94, kCmc11}) {
+        for (const DeltaE formula : {kCie94, kCmc11}) {
             const Difference d = difference(sample, standard, formula);
             ASSERT_TRUE(std::isfinite(d.total) && std::isfinite(d.hue)) << step;
         }
     }
+}
+
+TEST(difference, withoutAFormula_isThePublishedCiede2000) {
+    EXPECT_NEAR(difference({50.0, 2.5, 0.0}, {56.0, -27.0, -3.0}).total, 31.9030, 0.00005);
+}
+
+TEST(difference, ofWhatIsNoNumber_isNoNumber) {
+    const double none = std::numeric_limits<double>::quiet_NaN();
+    for (const DeltaE formula : qxcms::qc::kFormulas)
+        EXPECT_TRUE(std::isnan(difference({50.0, none, 0.0}, {56.0, -27.0, -3.0}, formula).total));
+}
+
+TEST(differences, areThoseOfEachSampleFromItsStandard) {
+    const std::vector<Lab> samples = {{50.0, 3.0, 4.0}, {60.0, 0.0, 0.0}};
+    const std::vector<Lab> standards = {{50.0, 0.0, 0.0}, {58.0, 0.0, 0.0}};
+    const auto result = differences(samples, standards, kCie76);
+    ASSERT_TRUE(result);
+    ASSERT_EQ(result->size(), 2u);
+    EXPECT_EQ((*result)[0].total, 5.0);
+    EXPECT_EQ((*result)[1].lightness, 2.0);
+    EXPECT_EQ(totalsOf(*result), (std::vector<double>{5.0, 2.0}));
+}
+
+TEST(differences, ofAnotherNumberOfStandards_areRefused) {
+    const std::vector<Lab> samples = {{50.0, 3.0, 4.0}, {60.0, 0.0, 0.0}};
+    const std::vector<Lab> standards = {{50.0, 0.0, 0.0}};
+    for (const auto& result : {differences(samples, standards), differences(standards, samples)}) {
+        ASSERT_FALSE(result);
+        EXPECT_EQ(result.refusal().kind(), qxcms::qc::Refusal::Kind::usage);
+    }
+    EXPECT_STREQ(
+        differences(samples, standards).refusal().what(),
+        "the numbers of samples and standards differ, 2 and 1; each sample needs a standard of its own");
 }
 
 } // namespace

@@ -16,14 +16,18 @@ std::size_t countAbove(const qc::Comparison& comparison, std::optional<double> t
         std::count_if(comparison.patches.begin(), comparison.patches.end(), isAbove));
 }
 
+std::vector<std::size_t> worstOf(const qc::Comparison& comparison, int count) {
+    const std::vector<double> differences = comparison.differences();
+    return qc::worst(differences, static_cast<std::size_t>(count));
+}
+
 } // namespace
 
 DiffReport::DiffReport(const DocumentFile& theMeasured, const DocumentFile& theReference,
                        const qc::Comparison& theComparison, int worstCount,
                        std::optional<double> theTolerance, const std::vector<std::string>& theWarnings)
     : measured(theMeasured), reference(theReference), comparison(theComparison),
-      worst(qc::worst(theComparison.differences(), static_cast<std::size_t>(worstCount))),
-      tolerance(theTolerance), aboveTolerance(countAbove(theComparison, theTolerance)),
-      warnings(theWarnings) {}
+      worst(worstOf(theComparison, worstCount)), tolerance(theTolerance),
+      aboveTolerance(countAbove(theComparison, theTolerance)), warnings(theWarnings) {}
 
 } // namespace qxcms::command
