@@ -2,6 +2,20 @@
 
 #include "qc/qc.h"
 
+// The exit codes of the command.
+static int refuse(const qxcms::qc::Refusal& refusal) {
+    std::fprintf(stderr, "%s\n", refusal.what());
+    switch (refusal.kind()) {
+    case qxcms::qc::Refusal::Kind::usage:
+        return 2;
+    case qxcms::qc::Refusal::Kind::unreadable:
+        return 3;
+    case qxcms::qc::Refusal::Kind::notComparable:
+        break;
+    }
+    return 4;
+}
+
 int main(int argc, char** argv) {
     if (argc != 3)
         return 2;
@@ -9,10 +23,10 @@ int main(int argc, char** argv) {
     const auto reference = qxcms::qc::openChart(argv[2]);
     for (const auto* file : {&measured, &reference})
         if (!*file)
-            return std::fprintf(stderr, "%s\n", file->refusal().what()), 3;
+            return refuse(file->refusal());
     const auto compared = qxcms::qc::compare(measured->chart(), reference->chart());
     if (!compared)
-        return std::fprintf(stderr, "%s\n", compared.refusal().what()), 4;
+        return refuse(compared.refusal());
     for (const auto& finding : compared->findings)
         std::printf("%s\n", finding.text.c_str());
     std::printf("%zu patches paired by %s, for %s and %s\n", compared->patches.size(),

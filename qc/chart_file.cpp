@@ -10,6 +10,7 @@
 #include "qc/doubt_keeper.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
+#include "qc/table_choice.h"
 
 namespace qxcms::qc {
 
@@ -23,13 +24,27 @@ Refusal refusalOf(const std::string& name, const TCgatsRefusal& refusal) {
             ", expected " + printable(refusal.expected) + " (code " + std::to_string(refusal.code) + ")");
 }
 
+Chart chartOf(const ChartFile& file, int table) {
+    Chart chart{file.name, file.document.get(), table};
+    std::copy_if(file.doubts.begin(), file.doubts.end(), std::back_inserter(chart.doubts),
+                 [&](const DoubtfulValue& doubt) { return doubt.table == table; });
+    chart.findings = scaleFindings(file.name, file.liberties);
+    return chart;
+}
+
 } // namespace
 
-Chart ChartFile::chart(int table) const& {
-    Chart chart{name, document.get(), table};
-    std::copy_if(doubts.begin(), doubts.end(), std::back_inserter(chart.doubts),
-                 [&](const DoubtfulValue& doubt) { return doubt.table == table; });
-    chart.findings = scaleFindings(name, liberties);
+Chart ChartFile::chart() const& {
+    return chartOf(*this, 0);
+}
+
+Result<Chart> ChartFile::chart(int table) const& {
+    Chart chart = chartOf(*this, table);
+    try {
+        requireTable(chart);
+    } catch (const Refusal& refusal) {
+        return refusal;
+    }
     return chart;
 }
 

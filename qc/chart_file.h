@@ -21,10 +21,16 @@ struct ChartFile {
     std::vector<TCgatsLiberty> remarks;   ///< what is to be known about values that were passed on
     std::vector<DoubtfulValue> doubts;    ///< of all tables, the first of each column that has some
 
-    /// One of its tables, which points into this. @param table counted from 0, one that there is.
-    Chart chart(int table = 0) const&;
+    /// The first of its tables, which points into this.
+    Chart chart() const&;
+    /// One of its tables, counted from 0; refused (usage) where there are not so many.
+    Result<Chart> chart(int table) const&;
     /// The chart would point into what is gone.
-    Chart chart(int table = 0) const&& = delete;
+    Chart chart() const&& = delete;
+    Result<Chart> chart(int table) const&& = delete;
+
+    /// The number of its tables, at least one; 0 of a file that was moved away.
+    int tables() const { return document == nullptr ? 0 : document->GetNrTables(); }
 };
 
 /// Reads the bytes of a file. Refused (unreadable) are bytes that are no CGATS, with line and column, and

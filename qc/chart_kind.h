@@ -1,5 +1,5 @@
 /// @file
-/// Files that look like charts and hold no measurements of one.
+/// Files that look like charts and hold no measurements of one. Internal.
 #pragma once
 
 #include <string>

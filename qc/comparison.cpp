@@ -6,13 +6,18 @@
 
 #include "base/number_text.h"
 #include "qc/chart_kind.h"
+#include "qc/chart_numbers.h"
+#include "qc/condition_choice.h"
 #include "qc/conditions.h"
 #include "qc/count_text.h"
 #include "qc/illuminants.h"
+#include "qc/lab_rows.h"
 #include "qc/observers.h"
+#include "qc/pairing.h"
 #include "qc/plausibility.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
+#include "qc/table_choice.h"
 
 namespace qxcms::qc {
 
@@ -89,6 +94,8 @@ public:
 
     Comparison run() {
         result.formula = findFormula(options.formula).value();
+        requireTable(measured);
+        requireTable(reference);
         requireChart(measured);
         requireChart(reference);
         const ColorSource measuredSource = colorSource(measured, options.measuredAs);
@@ -220,6 +227,8 @@ private:
     }
 
     void tellRest() {
+        tell(findingsOnTables(measured, reference));
+        tell(findingsOnTables(reference, measured));
         tell(result.pairing.findings);
         tellOtherPairings();
         tellExchangedAxes();

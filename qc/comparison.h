@@ -8,13 +8,14 @@
 #include <vector>
 
 #include "qc/chart.h"
-#include "qc/condition_choice.h"
+#include "qc/chosen_conditions.h"
+#include "qc/color_source.h"
 #include "qc/difference.h"
+#include "qc/document_conditions.h"
 #include "qc/finding.h"
 #include "qc/formulas.h"
-#include "qc/lab_rows.h"
-#include "qc/pairing.h"
 #include "qc/result.h"
+#include "qc/row_pairs.h"
 #include "qc/statistics.h"
 
 namespace qxcms::qc {
@@ -44,10 +45,12 @@ struct Side {
     DocumentConditions conditions; ///< what its document says
 };
 
+/// How to compare. Which tables of their documents are compared, the charts say themselves.
 struct ComparisonOptions {
-    std::optional<std::string>
-        illuminant; ///< "D50", "CIE Illuminant D50", "FL11" ...; none: see chooseConditions
-    std::optional<std::string> observer; ///< "2 degree", "10" ...; none: see chooseConditions
+    /// "D50", "CIE Illuminant D50", "FL11" ...; none: what a chart of Lab or XYZ declares, the measured one
+    /// before the reference, else what a text of it names, else D50.
+    std::optional<std::string> illuminant;
+    std::optional<std::string> observer; ///< "2 degree", "10" ...; none: likewise, else 2 degree
     std::string formula = "CIEDE2000";   ///< a name or a short form, see knownFormulas
     PairChoice pair = PairChoice::automatic;
     std::optional<ColorSource> measuredAs;  ///< none: spectra, else Lab, else XYZ
@@ -74,10 +77,11 @@ struct Comparison {
 
 /// Compares two charts; the reference is the standard.
 ///
-/// Conditions are chosen and held against each other (chooseConditions), the colours of both sides computed
-/// and looked at (implausibilities), the rows paired (pairRows), and the differences made. Refused are charts
-/// without colours, declared conditions that differ (unless forced), rows that nothing pairs, and values that
-/// are no numbers. Throws std::bad_alloc where memory runs out, and nothing else.
+/// Conditions are chosen and held against each other, the colours of both sides computed and looked at, the
+/// rows paired (pairCharts), and the differences made. Refused are names that nobody knows (usage), charts
+/// without colours, declared conditions that differ (unless forced), rows that nothing pairs (notComparable),
+/// and values that are no numbers (unreadable). Throws std::bad_alloc where memory runs out, and nothing
+/// else.
 Result<Comparison> compare(const Chart& measured, const Chart& reference,
                            const ComparisonOptions& options = {});
 

@@ -1,14 +1,13 @@
 /// @file
-/// Which conditions a comparison is made for, and whether its sides may be compared at all.
+/// Which conditions a comparison is made for, and whether its sides may be compared at all. Internal.
 #pragma once
 
 #include <optional>
 #include <string>
-#include <vector>
 
+#include "qc/chosen_conditions.h"
+#include "qc/color_source.h"
 #include "qc/document_conditions.h"
-#include "qc/finding.h"
-#include "qc/lab_rows.h"
 
 namespace qxcms::qc {
 
@@ -20,24 +19,6 @@ struct DescribedSide {
 
     /// Lab and XYZ hold for their own conditions only; spectra are integrated for any.
     bool isBound() const { return source != ColorSource::spectra; }
-};
-
-/// A condition and where it comes from.
-struct ChosenCondition {
-    enum class Origin { asked, declared, freeText, assumed };
-
-    std::string value; ///< "D50", "2 degree"
-    Origin origin;
-};
-
-/// "asked", "declared", "text", "assumed".
-const char* nameOf(ChosenCondition::Origin origin);
-
-struct ChosenConditions {
-    ChosenCondition illuminant;
-    ChosenCondition observer;
-    bool forced = false; ///< declared conditions differ, and the comparison is made all the same
-    std::vector<Finding> findings;
 };
 
 /// Illuminant and observer are those that are asked for, else those that a bound side declares (the measured

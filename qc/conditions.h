@@ -1,5 +1,5 @@
 /// @file
-/// The conditions that colours are computed for: illuminant, observer and their white.
+/// The conditions that colours are computed for: illuminant, observer and their white. Internal.
 #pragma once
 
 #include <array>

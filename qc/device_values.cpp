@@ -5,6 +5,7 @@
 
 #include "base/number_text.h"
 #include "platform/utility.h"
+#include "qc/chart_numbers.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
 

@@ -4,6 +4,8 @@ namespace qxcms::qc {
 
 const char* nameOf(Finding::Kind kind) {
     switch (kind) {
+    case Finding::Kind::otherTables:
+        return "otherTables";
     case Finding::Kind::deviceScale:
         return "deviceScale";
     case Finding::Kind::unusedSamples:

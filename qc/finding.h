@@ -15,6 +15,7 @@ struct Finding {
 
     enum class Kind {
         // The rows.
+        otherTables,      ///< tables with colours that are not compared
         deviceScale,      ///< device values on another scale than 0 to 100
         unusedSamples,    ///< samples without a counterpart
         ambiguousSamples, ///< samples whose counterpart is not certain

@@ -1,5 +1,5 @@
 /// @file
-/// The illuminants by name.
+/// The illuminants by name. Internal.
 #pragma once
 
 #include <memory>

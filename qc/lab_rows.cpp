@@ -6,9 +6,11 @@
 #include <new>
 
 #include "base/number_text.h"
+#include "qc/chart_numbers.h"
 #include "qc/conditions.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
+#include "qc/table_choice.h"
 #include "spectral/tspectrum.h"
 
 namespace qxcms::qc {
@@ -122,17 +124,13 @@ const char* wordsFor(ColorSource source) {
     return "";
 }
 
-bool holdsColor(const TCgats& document, int table) {
-    return document.ContainsWaveLengths(table) || document.ContainsLab(table) || document.ContainsXyz(table);
-}
-
-// The first table with colour data, counted from 1; 0 when there is none.
+// The first table with colour data; -1 when there is none.
 int firstTableWithColor(const TCgats& document) {
     for (int table = 0; table < document.GetNrTables(); ++table) {
         if (holdsColor(document, table))
-            return table + 1;
+            return table;
     }
-    return 0;
+    return -1;
 }
 
 std::string withoutColor(const Chart& chart) {
@@ -143,8 +141,8 @@ std::string withoutColor(const Chart& chart) {
         text += ": table " + std::to_string(chart.table + 1) + " of " + std::to_string(tables);
     text += " holds no colour data: neither spectral columns (SPECTRAL_380 ...) nor LAB_L, LAB_A, LAB_B nor "
             "XYZ_X, XYZ_Y, XYZ_Z; ";
-    if (other > 0)
-        return text + "table " + std::to_string(other) + " does, but only the first table is compared";
+    if (other >= 0)
+        return text + "table " + std::to_string(other + 1) + " does (" + optionsForTable(other) + ")";
     return text + "a column that a KEYWORD line declares is text";
 }
 
@@ -158,30 +156,6 @@ std::string sourcesOf(const Chart& chart) {
 }
 
 } // namespace
-
-bool holds(const Chart& chart, ColorSource source) {
-    switch (source) {
-    case ColorSource::spectra:
-        return chart.document->ContainsWaveLengths(chart.table);
-    case ColorSource::lab:
-        return chart.document->ContainsLab(chart.table);
-    case ColorSource::xyz:
-        return chart.document->ContainsXyz(chart.table);
-    }
-    return false;
-}
-
-const char* nameOf(ColorSource source) {
-    switch (source) {
-    case ColorSource::spectra:
-        return "spectra";
-    case ColorSource::lab:
-        return "lab";
-    case ColorSource::xyz:
-        return "xyz";
-    }
-    return "";
-}
 
 ColorSource colorSource(const Chart& chart, std::optional<ColorSource> wanted) {
     const std::string present = sourcesOf(chart);

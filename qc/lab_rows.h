@@ -1,35 +1,22 @@
 /// @file
-/// The Lab values of a chart's rows.
+/// The Lab values of a chart's rows. Internal.
 #pragma once
 
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "qc/chart.h"
+#include "qc/color_source.h"
 #include "qc/difference.h"
 
 namespace qxcms::qc {
 
 class Conditions;
 
-/// The columns that Lab values are taken from.
-enum class ColorSource {
-    spectra, ///< integrated under the conditions
-    lab,     ///< as they stand
-    xyz      ///< converted on the published white of the conditions; 0 to 1 is brought to 0 to 100
-};
-
-/// "spectra", "lab" or "xyz".
-const char* nameOf(ColorSource source);
-
 /// The source that `wanted` names, else the first that the chart has: spectra, Lab, XYZ.
 /// @throws Refusal (notComparable) when the chart does not hold it.
 ColorSource colorSource(const Chart& chart, std::optional<ColorSource> wanted);
-
-/// Whether the chart holds it.
-bool holds(const Chart& chart, ColorSource source);
 
 /// The columns that hold it, in the order of the header's column arrays.
 std::vector<std::int32_t> columnsOf(const Chart& chart, ColorSource source);

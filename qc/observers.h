@@ -1,5 +1,5 @@
 /// @file
-/// The observers by name.
+/// The observers by name. Internal.
 #pragma once
 
 #include <string>

@@ -1,48 +1,14 @@
 /// @file
-/// Which row of one chart belongs to which rows of the other.
+/// Which row of one chart belongs to which rows of the other. Internal.
 #pragma once
 
 #include <string>
 #include <vector>
 
 #include "qc/chart.h"
-#include "qc/finding.h"
+#include "qc/row_pairs.h"
 
 namespace qxcms::qc {
-
-/// What the pairing rests on.
-enum class PairRule {
-    deviceValues, ///< equal device values
-    identifiers,  ///< equal identifiers
-    order         ///< the order of the rows alone
-};
-
-enum class PairChoice {
-    automatic, ///< device values where both sides have the same channels, else identifiers
-    deviceValues,
-    identifiers,
-    order
-};
-
-/// One sample and its standard. Rows count from 0.
-struct RowPair {
-    int measured;
-    /// Usually one. Where device values are repeated, and not as often on both sides, all of the reference:
-    /// their mean is the standard.
-    std::vector<int> reference;
-};
-
-struct Pairing {
-    PairRule rule;
-    std::string by;                ///< "CMYK", "RGB", "6CLR", "SPOT", the identifier's column; "order"
-    std::vector<RowPair> pairs;    ///< in the order of the measured rows; at least one
-    int unusedMeasured = 0;        ///< measured rows without a counterpart
-    int unusedReference = 0;       ///< reference rows that belong to no measured one
-    std::vector<Finding> findings; ///< scales, unused and ambiguous samples
-};
-
-/// Device values pair within so much, in percent of their range.
-constexpr double kDeviceTolerance = 0.3;
 
 /// Pairs the rows of two charts.
 ///

@@ -1,5 +1,5 @@
 /// @file
-/// What speaks against the values of a chart before anything is computed from them.
+/// What speaks against the values of a chart before anything is computed from them. Internal.
 #pragma once
 
 #include <vector>

@@ -2,28 +2,25 @@
 /// The comparison library: every public header of it. Link qxcms::qc.
 ///
 /// Values, no state: a chart points at a table of a document (ChartFile reads one and outlives its charts),
-/// compare() answers with a Comparison or with why there is none. Names of files in texts are printable.
-/// readChart, openChart and compare throw nothing but std::bad_alloc; what they are made of throws Refusal
-/// where it says so.
+/// compare() answers with a Comparison or with why there is none. Programs that pair by a rule of their own
+/// take the Lab of each row (Colorimetry), differences() and statistics(). What can be refused answers with a
+/// Result; nothing is thrown but std::bad_alloc, and by Result::value() what it says. Names of files in texts
+/// are printable.
 #pragma once
 
 #include "qc/chart.h"
 #include "qc/chart_file.h"
-#include "qc/chart_kind.h"
+#include "qc/chosen_conditions.h"
+#include "qc/color_source.h"
+#include "qc/colorimetry.h"
 #include "qc/comparison.h"
-#include "qc/condition_choice.h"
-#include "qc/conditions.h"
 #include "qc/difference.h"
 #include "qc/document_conditions.h"
 #include "qc/finding.h"
 #include "qc/formulas.h"
-#include "qc/illuminants.h"
-#include "qc/lab_rows.h"
-#include "qc/observers.h"
-#include "qc/pairing.h"
-#include "qc/plausibility.h"
 #include "qc/published_whites.h"
 #include "qc/refusal.h"
 #include "qc/result.h"
+#include "qc/row_pairs.h"
 #include "qc/span.h"
 #include "qc/statistics.h"

@@ -79,6 +79,7 @@ using diffRefusal = diff;
 using diffTolerance = diff;
 using diffConditions = diff;
 using diffPairing = diff;
+using diffTables = diff;
 
 std::string withoutLineBreaks(const std::string& report) {
     return std::regex_replace(report, std::regex("\\s+"), " ");
@@ -681,8 +682,62 @@ TEST_F(diffRefusal, colourInALaterTableAlone_isToldWithItsTable) {
         folder.write("two.txt", chartText("SAMPLE_ID CMYK_C", {"A 1"}) + chartText(kLab, {"A 50 0 0"}));
     const Outcome result = run({file, file});
     EXPECT_EQ(result.exitCode, 4);
-    EXPECT_THAT(result.err, AllOf(HasSubstr("two.txt: table 1 of 2 holds no colour data"),
-                                  HasSubstr("table 2 does, but only the first table is compared")));
+    EXPECT_THAT(result.err,
+                AllOf(HasSubstr("two.txt: table 1 of 2 holds no colour data"),
+                      HasSubstr("table 2 does (--table 2, or --reference-table 2 for the reference alone)")));
+}
+
+TEST_F(diffTables, table_isTheOneAskedForOfBothFiles) {
+    const std::string one =
+        folder.write("one.txt", chartText(kLab, {"A 50 0 0"}) + chartText(kLab, {"A 60 3 4"}));
+    const std::string two =
+        folder.write("two.txt", chartText(kLab, {"A 10 0 0"}) + chartText(kLab, {"A 60 0 0"}));
+    const nlohmann::json report = json({one, two, "--formula", "76", "--table", "2"});
+    EXPECT_EQ(report["measured"]["table"], 2);
+    EXPECT_EQ(report["reference"]["table"], 2);
+    EXPECT_EQ(report["statistics"]["maximum"], 5.0);
+    EXPECT_THAT(run({one, two, "--table", "2"}).out, HasSubstr("table 2 of 2, 1 sample"));
+}
+
+TEST_F(diffTables, referenceTable_isThatOfTheReferenceAlone) {
+    const std::string file =
+        folder.write("two.txt", chartText(kLab, {"A 50 0 0"}) + chartText(kLab, {"A 50 3 4"}));
+    const nlohmann::json report = json({file, file, "--formula", "76", "--reference-table", "2"});
+    EXPECT_EQ(report["measured"]["table"], 1);
+    EXPECT_EQ(report["reference"]["table"], 2);
+    EXPECT_EQ(report["statistics"]["maximum"], 5.0);
+}
+
+TEST_F(diffTables, tablesThatAreNotCompared_areNoted) {
+    const std::string table = chartText(kLab, {"A 50 0 0"});
+    const std::string one = folder.write("one.txt", table);
+    const std::string three = folder.write("three.txt", table + table + table);
+    EXPECT_THAT(
+        findings(json({one, three}), "otherTables"),
+        testing::ElementsAre(AllOf(HasSubstr("three.txt: table 1 of 3 is compared; 2 others hold colours "
+                                             "too, the first of them table 2 (--table 2, or "
+                                             "--reference-table 2 for the reference alone)"),
+                                   Not(StartsWith("!")))));
+    EXPECT_THAT(findings(json({one, one}), "otherTables"), IsEmpty());
+}
+
+TEST_F(diffTables, tableThatThereIsNot_givesExitCode2WithTheNumberOfThem) {
+    const std::string file = chart("m.txt", kLab, {"A 50 0 0"});
+    const Outcome result = run({file, file, "--table", "2"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_THAT(result.err, HasSubstr("m.txt: there is no table 2; the file has 1 table"));
+    EXPECT_EQ(result.out, "");
+}
+
+TEST_F(diffTables, numbersThatAreNone_areUsage) {
+    const std::string file = chart("m.txt", kLab, {"A 50 0 0"});
+    for (const char* option : {"--table", "--reference-table"})
+        for (const char* text : {"0", "-1", "x", "1.5", ""}) {
+            const Outcome result = run({file, file, option, text});
+            EXPECT_EQ(result.exitCode, 2) << option << ' ' << text;
+            EXPECT_THAT(result.err, HasSubstr(std::string(option) + ": \"" + text +
+                                              "\" is no whole number from 1 to 2147483647"));
+        }
 }
 
 // The kernel's formula raises chromas to the 7th power.

@@ -34,7 +34,8 @@ TEST(usage, helpOfDiff_namesOptionsAndFormulas) {
                 AllOf(HasSubstr("MEASURED REFERENCE"), HasSubstr("--illuminant NAME"),
                       HasSubstr("--pair auto|device|id|order"), HasSubstr("--force"),
                       HasSubstr("--tolerance X"), HasSubstr("cmc21"), HasSubstr("de76"),
-                      HasSubstr("--formula NAME=CIEDE2000")));
+                      HasSubstr("--formula NAME=CIEDE2000"), HasSubstr("--table N=1"),
+                      HasSubstr("--reference-table N")));
 }
 
 TEST(usage, version_isThatOfTheLibrary) {

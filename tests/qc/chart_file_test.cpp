@@ -40,7 +40,7 @@ TEST(chartFile, wordsWhereNumbersBelong_areKeptForTheirTable) {
     const std::string text = labText("1 N/A 0 x\n2 50 0 y\n", "2");
     const Result<ChartFile> file = readChart("x.txt", text + text);
     ASSERT_TRUE(file);
-    const std::vector<DoubtfulValue> doubts = file->chart(1).doubts;
+    const std::vector<DoubtfulValue> doubts = (*file->chart(1)).doubts;
     ASSERT_EQ(doubts.size(), 2U);
     EXPECT_EQ(doubts[0].table, 1);
     EXPECT_EQ(doubts[0].column, 1);

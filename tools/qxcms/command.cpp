@@ -52,6 +52,8 @@ struct Texts {
     std::string pair = "auto";
     std::string measuredAs = "auto";
     std::string referenceAs = "auto";
+    std::string table = "1";
+    std::optional<std::string> referenceTable;
     std::string worst = "10";
     std::optional<std::string> tolerance;
 };
@@ -73,16 +75,16 @@ qc::PairChoice pairChoiceOf(const std::string& text) {
     return text == "order" ? qc::PairChoice::order : qc::PairChoice::automatic;
 }
 
-int worstOf(const std::string& text) {
+int wholeNumberOf(const std::string& option, const std::string& text, int least) {
     const char* const last = text.data() + text.size();
     const char* end = nullptr;
     const int value = detail::parseInt(text.data(), last, &end);
     constexpr int kMost = std::numeric_limits<int>::max();
     const bool isClamped = value == kMost && detail::parseDouble(text.data(), last) > kMost;
-    if (text.empty() || end != last || value < 0 || isClamped)
-        throw qc::Refusal(qc::Refusal::Kind::usage, "--worst: " + qc::quoted(text) +
-                                                        " is no whole number from 0 to " +
-                                                        std::to_string(kMost));
+    if (text.empty() || end != last || value < least || isClamped)
+        throw qc::Refusal(qc::Refusal::Kind::usage, option + ": " + qc::quoted(text) +
+                                                        " is no whole number from " + std::to_string(least) +
+                                                        " to " + std::to_string(kMost));
     return value;
 }
 
@@ -133,6 +135,11 @@ void defineDiff(CLI::App& diff, DiffOptions& options, Texts& texts) {
                "what to take from MEASURED");
     wordOption(diff, "--reference-as", texts.referenceAs, sources, "auto|spectra|lab|xyz",
                "what to take from REFERENCE");
+    diff.add_option("--table", texts.table, "which table of the files to compare, counted from 1")
+        ->capture_default_str()
+        ->type_name("N");
+    diff.add_option("--reference-table", texts.referenceTable, "which table of REFERENCE, if another one")
+        ->type_name("N");
     diff.add_option("--worst", texts.worst, "how many of the worst patches to list")
         ->capture_default_str()
         ->type_name("N");
@@ -206,7 +213,10 @@ int parseAndRun(int argc, const char* const* argv) {
     diffOptions.comparison.pair = pairChoiceOf(texts.pair);
     diffOptions.comparison.measuredAs = sourceOf(texts.measuredAs);
     diffOptions.comparison.referenceAs = sourceOf(texts.referenceAs);
-    diffOptions.worst = worstOf(texts.worst);
+    diffOptions.table = wholeNumberOf("--table", texts.table, 1);
+    if (texts.referenceTable)
+        diffOptions.referenceTable = wholeNumberOf("--reference-table", *texts.referenceTable, 1);
+    diffOptions.worst = wholeNumberOf("--worst", texts.worst, 0);
     if (texts.tolerance)
         diffOptions.tolerance = toleranceOf(*texts.tolerance);
     return runDiff(diffOptions);

@@ -27,9 +27,9 @@ bool isUsable(const DocumentFile& file) {
     return !file.failure && file.document->GetNrTables() > 0;
 }
 
-// The first table of the file.
-qc::Chart chartOf(const DocumentFile& file) {
-    qc::Chart chart{file.name, file.document.get(), 0};
+// @param table counted from 1; the comparison refuses one that there is not.
+qc::Chart chartOf(const DocumentFile& file, int table) {
+    qc::Chart chart{file.name, file.document.get(), table - 1};
     std::copy_if(file.doubts.begin(), file.doubts.end(), std::back_inserter(chart.doubts),
                  [&](const qc::DoubtfulValue& doubt) { return doubt.table == chart.table; });
     chart.findings = qc::scaleFindings(file.name, file.liberties);
@@ -75,7 +75,8 @@ int runDiff(const DiffOptions& options) {
         return kUnreadable;
     }
     const qc::Result<qc::Comparison> compared =
-        qc::compare(chartOf(measured), chartOf(reference), options.comparison);
+        qc::compare(chartOf(measured, options.table),
+                    chartOf(reference, options.referenceTable.value_or(options.table)), options.comparison);
     if (compared)
         return report(measured, reference, *compared, options, warnings);
     warnOfFiles();

@@ -14,6 +14,8 @@ struct DiffOptions {
     std::string measured;
     std::string reference;
     qc::ComparisonOptions comparison;
+    int table = 1;                     ///< of both files, counted from 1
+    std::optional<int> referenceTable; ///< of the reference, where it is another one
     int worst = 10;
     std::optional<double> tolerance;
     bool json = false;
