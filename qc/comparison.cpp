@@ -27,6 +27,13 @@ namespace {
 constexpr double kMuchSmaller = 0.5;
 // Smaller differences than this do not show what belongs together.
 constexpr double kTellingDifference = 1.0;
+// So many times as many pairs are told where the median difference is no larger, but for a tenth, or is as
+// small as this.
+constexpr std::size_t kFarMore = 2;
+constexpr double kHardlyLarger = 1.1;
+constexpr double kSmallDifference = 0.5;
+// One chart printed twice does not differ so much, two charts do.
+constexpr double kDoubtfulDifference = 10.0;
 
 Side describe(const Chart& chart, ColorSource source) {
     Side side{chart.name,
@@ -107,7 +114,8 @@ public:
         chooseConditionsOfBoth();
         samples = labOf(measured, result.measured);
         standards = labOf(reference, result.reference);
-        result.pairing = pairRows(measured, reference, options.pair);
+        result.pairing =
+            pairRows(measured, reference, PairOptions{options.pair, options.identifier, medianOf()});
         makePatches();
         const std::vector<double> totals = result.differences();
         result.statistics = statistics(totals);
@@ -231,6 +239,7 @@ private:
         tell(findingsOnTables(reference, measured));
         tell(result.pairing.findings);
         tellOtherPairings();
+        tellUnconfirmed();
         tellExchangedAxes();
         tell(doubtsOf(measured));
         tell(doubtsOf(reference));
@@ -243,18 +252,60 @@ private:
     }
 
     void tellOtherPairings() {
-        for (const PairRule rule : possibleRules(measured, reference)) {
-            if (rule == result.pairing.rule)
+        bool isFirstIdentifier = true;
+        std::vector<std::vector<RowPair>> told = {result.pairing.pairs};
+        for (const Pairing& other : possiblePairings(measured, reference, medianOf())) {
+            const std::string words = wordsFor(other, isFirstIdentifier);
+            isFirstIdentifier = isFirstIdentifier && other.rule != PairRule::identifiers;
+            const auto isSame = [&](const std::vector<RowPair>& pairs) {
+                return areEqual(pairs, other.pairs);
+            };
+            if (other.by == result.pairing.by || std::any_of(told.begin(), told.end(), isSame))
                 continue;
-            const Pairing other = pairRows(measured, reference, choiceOf(rule));
-            const double median = medianUnder(other);
-            if (other.pairs.size() * 2 >= result.pairing.pairs.size() && isMuchSmaller(median))
-                result.findings.push_back({Finding::Severity::warning, Finding::Kind::otherPairing,
-                                           "paired " + wordsFor(rule) + " the median difference would be " +
-                                               detail::generalText(median, 3) + " instead of " +
-                                               detail::generalText(result.statistics.median, 3) +
-                                               ", so that the rows may belong together in that way"});
+            if (tellOtherPairing(other, words))
+                told.push_back(other.pairs);
         }
+    }
+
+    // @return whether it is worth telling.
+    bool tellOtherPairing(const Pairing& other, const std::string& words) {
+        const std::size_t pairs = result.pairing.pairs.size();
+        const double median = medianOf(other.pairs);
+        const bool isNoLarger =
+            median <= std::max(result.statistics.median * kHardlyLarger, kSmallDifference);
+        const std::string shown = detail::generalText(median, 3);
+        std::string text;
+        if (other.pairs.size() * 2 >= pairs && isMuchSmaller(median))
+            text = "the median difference would be " + shown + " instead of " +
+                   detail::generalText(result.statistics.median, 3);
+        else if (other.pairs.size() >= kFarMore * pairs && isNoLarger)
+            text = countText(other.pairs.size()) + " samples would have a counterpart instead of " +
+                   countText(pairs) + ", with a median difference of " + shown;
+        else
+            return false;
+        result.findings.push_back(
+            {Finding::Severity::warning, Finding::Kind::otherPairing,
+             "paired " + words + ' ' + text + ", so that the rows may belong together in that way"});
+        return true;
+    }
+
+    static bool areEqual(const std::vector<RowPair>& left, const std::vector<RowPair>& right) {
+        return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                          [](const RowPair& one, const RowPair& other) {
+                              return one.measured == other.measured && one.reference == other.reference;
+                          });
+    }
+
+    // Where identifiers alone say that samples belong together that hardly do.
+    void tellUnconfirmed() {
+        if (!result.pairing.isUnconfirmed || result.statistics.median <= kDoubtfulDifference)
+            return;
+        result.findings.push_back({Finding::Severity::warning, Finding::Kind::ambiguousSamples,
+                                   "the median difference is " +
+                                       detail::generalText(result.statistics.median, 3) +
+                                       ", and nothing but " + result.pairing.by +
+                                       " says that these samples belong together; check that both files hold "
+                                       "one chart, its samples named alike"});
     }
 
     bool isMuchSmaller(double median) const {
@@ -262,13 +313,17 @@ private:
                median < result.statistics.median * kMuchSmaller;
     }
 
-    double medianUnder(const Pairing& pairing) const {
+    double medianOf(const std::vector<RowPair>& pairs) const {
         std::vector<double> totals;
-        for (const RowPair& pair : pairing.pairs)
+        for (const RowPair& pair : pairs)
             totals.push_back(difference(samples[static_cast<std::size_t>(pair.measured)],
                                         meanOf(standards, pair.reference), result.formula.id)
                                  .total);
         return statistics(totals).median;
+    }
+
+    MedianOf medianOf() const {
+        return [this](const std::vector<RowPair>& pairs) { return medianOf(pairs); };
     }
 
     // As in otherwise equal charts of which one was written with a* and b* exchanged.
@@ -288,24 +343,14 @@ private:
                      "; check which side has its columns exchanged"});
     }
 
-    static PairChoice choiceOf(PairRule rule) {
-        switch (rule) {
-        case PairRule::deviceValues:
-            return PairChoice::deviceValues;
-        case PairRule::identifiers:
-            return PairChoice::identifiers;
-        case PairRule::order:
-            break;
-        }
-        return PairChoice::order;
-    }
-
-    static std::string wordsFor(PairRule rule) {
-        switch (rule) {
+    // How to ask for it.
+    static std::string wordsFor(const Pairing& pairing, bool isFirstIdentifier) {
+        switch (pairing.rule) {
         case PairRule::deviceValues:
             return "by device values (--pair device)";
         case PairRule::identifiers:
-            return "by identifiers (--pair id)";
+            return isFirstIdentifier ? "by identifiers (--pair id)"
+                                     : "by " + pairing.by + " (--pair " + pairing.by + ')';
         case PairRule::order:
             break;
         }

@@ -53,7 +53,8 @@ struct ComparisonOptions {
     std::optional<std::string> observer; ///< "2 degree", "10" ...; none: likewise, else 2 degree
     std::string formula = "CIEDE2000";   ///< a name or a short form, see knownFormulas
     PairChoice pair = PairChoice::automatic;
-    std::optional<ColorSource> measuredAs;  ///< none: spectra, else Lab, else XYZ
+    std::string identifier;                ///< that PairChoice::identifiers takes; none: the first that pairs
+    std::optional<ColorSource> measuredAs; ///< none: spectra, else Lab, else XYZ
     std::optional<ColorSource> referenceAs; ///< likewise
     bool force = false;                     ///< compares also what declares different conditions
 };

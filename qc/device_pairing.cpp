@@ -27,11 +27,15 @@ struct Groups {
     std::vector<std::vector<int>> rows; // of each, ascending
 };
 
-Groups grouped(const PointSet& points) {
+Groups grouped(const DeviceValues& values, double range) {
+    const PointSet points = onGrid(values, range);
     const std::size_t width = points.dimensions;
     const auto pointOf = [&](int row) { return points.point(static_cast<std::size_t>(row)); };
     std::vector<int> order(points.size());
     std::iota(order.begin(), order.end(), 0);
+    order.erase(std::remove_if(order.begin(), order.end(),
+                               [&](int row) { return !values.fits(static_cast<std::size_t>(row), range); }),
+                order.end());
     std::stable_sort(order.begin(), order.end(), [&](int left, int right) {
         return std::lexicographical_compare(pointOf(left), pointOf(left) + width, pointOf(right),
                                             pointOf(right) + width);
@@ -128,8 +132,10 @@ struct Matching {
     Rows againstMean;
     Rows inTheirOrder;
     Rows againstOne;
+    Rows offScale;
+    Rows referenceOffScale;
 
-    int unusedMeasured() const { return alone.count + atATie.count + outdone.count; }
+    int unusedMeasured() const { return alone.count + atATie.count + outdone.count + offScale.count; }
 };
 
 // Rows of equal device values pair first with first, or each with all.
@@ -144,12 +150,22 @@ void addPairs(const std::vector<int>& measured, const std::vector<int>& referenc
         matching.inTheirOrder.add(measured);
 }
 
+Rows rowsOff(const DeviceValues& values, double range) {
+    Rows rows;
+    for (std::size_t row = 0; row < values.rows(); ++row)
+        if (!values.fits(row, range))
+            rows.add({static_cast<int>(row)});
+    return rows;
+}
+
 Matching match(const DeviceValues& measured, const DeviceValues& reference, const DeviceRanges& ranges) {
-    const Groups ours = grouped(onGrid(measured, ranges.measured));
-    const Groups theirs = grouped(onGrid(reference, ranges.reference));
+    const Groups ours = grouped(measured, ranges.measured);
+    const Groups theirs = grouped(reference, ranges.reference);
     const std::vector<Counterpart> found = counterparts(ours, theirs);
     Matching matching;
     matching.ranges = ranges;
+    matching.offScale = rowsOff(measured, ranges.measured);
+    matching.referenceOffScale = rowsOff(reference, ranges.reference);
     for (std::size_t group = 0; group < found.size(); ++group) {
         const std::vector<int>& rows = ours.rows[group];
         switch (found[group].outcome) {
@@ -172,14 +188,68 @@ Matching match(const DeviceValues& measured, const DeviceValues& reference, cons
     return matching;
 }
 
-// By the ranges that pair the most rows.
-Matching bestMatch(const DeviceValues& measured, const DeviceValues& reference) {
-    Matching best;
-    for (const DeviceRanges& ranges : possibleRanges(measured, reference)) {
-        Matching matching = match(measured, reference, ranges);
-        if (best.pairs.empty() || matching.pairs.size() > best.pairs.size())
-            best = std::move(matching);
+// Colours tell which of two readings is right where the median difference of one is above this ...
+constexpr double kTellingDifference = 1.0;
+// ... and that of the other below this part of it. One that pairs fewer rows must show it by more.
+constexpr double kMuchSmaller = 0.5;
+constexpr double kClearDifference = 3.0;
+constexpr double kVeryMuchSmaller = 0.25;
+
+bool haveEqualPairs(const Matching& left, const Matching& right) {
+    return std::equal(left.pairs.begin(), left.pairs.end(), right.pairs.begin(), right.pairs.end(),
+                      [](const RowPair& one, const RowPair& other) {
+                          return one.measured == other.measured && one.reference == other.reference;
+                      });
+}
+
+// How the scales are read, and how certain that is.
+struct Reading {
+    Matching matching;
+    std::optional<DeviceRanges> other; // that pairs other rows, not fewer by half
+    bool byColors = false;             // these ruled it out
+};
+
+bool isMuchBetter(double median, double than, double telling, double part) {
+    return than > telling && median < than * part;
+}
+
+// Takes `next` in place of what is read so far where it pairs more rows, or as many of colours that agree
+// better, or not so many of colours that agree far better.
+void weigh(Reading& reading, Matching next, const MedianOf& medianOf) {
+    const std::size_t count = reading.matching.pairs.size();
+    const std::size_t others = next.pairs.size();
+    const bool isMore = others > count;
+    const std::size_t fewer = std::min(count, others);
+    if (2 * fewer < std::max(count, others) || fewer == 0 || haveEqualPairs(reading.matching, next)) {
+        if (isMore)
+            reading = {std::move(next), std::nullopt, false};
+        return;
     }
+    const bool areEqual = count == others;
+    const double telling = areEqual ? kTellingDifference : kClearDifference;
+    const double part = areEqual ? kMuchSmaller : kVeryMuchSmaller;
+    const double ours = medianOf ? medianOf(reading.matching.pairs) : 0;
+    const double theirs = medianOf ? medianOf(next.pairs) : 0;
+    const bool isBetter = isMuchBetter(theirs, ours, telling, part);
+    const bool isWorse = isMuchBetter(ours, theirs, telling, part);
+    // Where nothing else decides, files of one chart use one scale.
+    const bool isOneScale = areEqual && next.ranges.measured == next.ranges.reference;
+    const bool takesNext = isBetter || ((isMore || isOneScale) && !isWorse);
+    const DeviceRanges other = takesNext ? reading.matching.ranges : next.ranges;
+    const bool isToldOf = areEqual || (takesNext ? isBetter && !isMore : isWorse && isMore);
+    if (takesNext)
+        reading = {std::move(next), std::nullopt, false};
+    if (isToldOf && !reading.other) {
+        reading.other = other;
+        reading.byColors = isBetter || isWorse;
+    }
+}
+
+// By the ranges that pair the most rows; where colours say otherwise, by these.
+Reading bestReading(const DeviceValues& measured, const DeviceValues& reference, const MedianOf& medianOf) {
+    Reading best;
+    for (const DeviceRanges& ranges : possibleRanges(measured, reference))
+        weigh(best, match(measured, reference, ranges), medianOf);
     return best;
 }
 
@@ -193,11 +263,13 @@ public:
           referenceName(printable(referenceChart.name)) {}
 
     // "CMYK 40 0 0 0"
-    std::string valueOf(int row) const {
+    std::string valueOf(int row) const { return valueOf(row, measuredValues); }
+
+    std::string valueOf(int row, const DeviceValues& values) const {
         std::string text = channels.name;
-        const std::size_t first = static_cast<std::size_t>(row) * measuredValues.channels;
-        for (std::size_t i = first; i < first + measuredValues.channels; ++i)
-            text += ' ' + detail::generalText(measuredValues.values[i], 6);
+        const std::size_t first = static_cast<std::size_t>(row) * values.channels;
+        for (std::size_t i = first; i < first + values.channels; ++i)
+            text += ' ' + detail::generalText(values.values[i], 6);
         return text;
     }
 
@@ -216,17 +288,38 @@ public:
                detail::generalText(range, 6);
     }
 
-    void addScales(const DeviceRanges& ranges, const DeviceValues& referenceValues,
+    void addScales(const Reading& reading, const DeviceValues& referenceValues,
                    std::vector<Finding>& findings) const {
+        const DeviceRanges& ranges = reading.matching.ranges;
+        const DeviceRanges others = reading.other.value_or(ranges);
         const bool rgb = channels.name == "RGB";
         const bool differ = ranges.measured != ranges.reference;
-        const auto isToldOf = [&](double range) { return rgb ? differ || range == 1 : range != 100; };
-        if (measuredValues.range != 0 && isToldOf(ranges.measured))
-            add(findings, Finding::Severity::note, Finding::Kind::deviceScale,
-                onScale(measuredName, ranges.measured));
-        if (referenceValues.range != 0 && isToldOf(ranges.reference))
-            add(findings, Finding::Severity::note, Finding::Kind::deviceScale,
-                onScale(referenceName, ranges.reference));
+        const auto tell = [&](const std::string& file, const DeviceValues& values, double range,
+                              double other) {
+            const bool isUnusual = rgb ? differ || range == 1 || range > 255 : range != 100;
+            if (range != other)
+                addChoice(onScale(file, range), other, reading.byColors, findings);
+            else if (values.range != 0 && isUnusual)
+                add(findings, Finding::Severity::note, Finding::Kind::deviceScale, onScale(file, range));
+        };
+        tell(measuredName, measuredValues, ranges.measured, others.measured);
+        tell(referenceName, referenceValues, ranges.reference, others.reference);
+    }
+
+    void addOffScale(const Matching& matching, const DeviceValues& referenceValues,
+                     std::vector<Finding>& findings) const {
+        const auto tell = [&](const std::string& file, const Rows& rows, double range,
+                              const DeviceValues& values) {
+            if (rows.count > 0)
+                add(findings, Finding::Severity::warning, Finding::Kind::deviceScale,
+                    file + ": the " + channels.name + " values of " +
+                        countText(static_cast<std::size_t>(rows.count)) + " of " + countText(values.rows()) +
+                        " samples do not lie within 0 to " + detail::generalText(range, 6) +
+                        ", the first in row " + std::to_string(rows.first + 1) + " (" +
+                        valueOf(rows.first, values) + "); left out, correct them to have them compared");
+        };
+        tell(measuredName, matching.offScale, matching.ranges.measured, measuredValues);
+        tell(referenceName, matching.referenceOffScale, matching.ranges.reference, referenceValues);
     }
 
     void addDoubts(const Matching& matching, const DeviceValues& referenceValues,
@@ -273,6 +366,19 @@ private:
         return chart.rows() > 1 && values.areEqualOnEveryRow();
     }
 
+    // That another scale would do, or that colours speak against it.
+    static void addChoice(const std::string& text, double other, bool byColors,
+                          std::vector<Finding>& findings) {
+        const std::string range = detail::generalText(other, 6);
+        if (byColors)
+            add(findings, Finding::Severity::note, Finding::Kind::deviceScale,
+                text + ", on which the colours agree far better than on one of 0 to " + range);
+        else
+            add(findings, Finding::Severity::warning, Finding::Kind::deviceScale,
+                text + ", but as many samples would pair, with others, on one of 0 to " + range +
+                    "; check the pairs, or pair by identifiers (--pair id)");
+    }
+
     std::string blank(const std::string& file) const {
         return file + ": the " + channels.name +
                " values are the same on every row; if they were never filled in, pair by identifiers "
@@ -289,10 +395,17 @@ private:
 
 } // namespace
 
-Pairing pairByDeviceValues(const Chart& measured, const Chart& reference, const DeviceChannels& channels) {
+Pairing pairByDeviceValues(const Chart& measured, const Chart& reference, const DeviceChannels& channels,
+                           const MedianOf& medianOf) {
     const DeviceValues ours = deviceValues(measured, channels.measured);
     const DeviceValues theirs = deviceValues(reference, channels.reference);
-    Matching matching = bestMatch(ours, theirs);
+    if (possibleRanges(ours, theirs).empty())
+        throw Refusal(
+            Refusal::Kind::notComparable,
+            strangeValue(measured, reference, channels) +
+                "; correct it, or let --pair id or --pair order pair the rows without device values");
+    Reading reading = bestReading(ours, theirs, medianOf);
+    Matching& matching = reading.matching;
     if (matching.pairs.empty())
         throw Refusal(Refusal::Kind::notComparable,
                       "no " + channels.name + " value of " + printable(measured.name) +
@@ -306,7 +419,10 @@ Pairing pairByDeviceValues(const Chart& measured, const Chart& reference, const 
     pairing.unusedMeasured = matching.unusedMeasured();
     pairing.unusedReference = reference.rows() - matching.usedReference;
     const Words words(measured, reference, channels, ours);
-    words.addScales(matching.ranges, theirs, pairing.findings);
+    if (!channels.leftOut.empty())
+        pairing.findings.push_back({Finding::Severity::note, Finding::Kind::deviceScale, channels.leftOut});
+    words.addScales(reading, theirs, pairing.findings);
+    words.addOffScale(matching, theirs, pairing.findings);
     words.addDoubts(matching, theirs, pairing.findings);
     pairing.pairs = std::move(matching.pairs);
     addUnusedSamples(
@@ -323,12 +439,18 @@ struct Contradiction {
     std::size_t channel = 0; // the first that differs in the first pair
 };
 
-Contradiction contradiction(const PointSet& measured, const PointSet& reference,
-                            const std::vector<RowPair>& pairs) {
+Contradiction contradiction(const DeviceValues& measuredValues, const DeviceValues& referenceValues,
+                            const DeviceRanges& ranges, const std::vector<RowPair>& pairs) {
+    const PointSet measured = onGrid(measuredValues, ranges.measured);
+    const PointSet reference = onGrid(referenceValues, ranges.reference);
     Contradiction result;
     for (const RowPair& pair : pairs) {
-        const Coordinate* ours = measured.point(static_cast<std::size_t>(pair.measured));
-        const Coordinate* theirs = reference.point(static_cast<std::size_t>(pair.reference.front()));
+        const auto row = static_cast<std::size_t>(pair.measured);
+        const auto other = static_cast<std::size_t>(pair.reference.front());
+        if (!measuredValues.fits(row, ranges.measured) || !referenceValues.fits(other, ranges.reference))
+            continue;
+        const Coordinate* ours = measured.point(row);
+        const Coordinate* theirs = reference.point(other);
         for (std::size_t channel = 0; channel < measured.dimensions; ++channel) {
             if (std::abs(ours[channel] - theirs[channel]) <= tolerance())
                 continue;
@@ -357,12 +479,11 @@ std::optional<Finding> differentDeviceValues(const Chart& measured, const Chart&
     }
     std::optional<Contradiction> least;
     for (const DeviceRanges& ranges : possibleRanges(ours, theirs)) {
-        const Contradiction found =
-            contradiction(onGrid(ours, ranges.measured), onGrid(theirs, ranges.reference), pairs);
+        const Contradiction found = contradiction(ours, theirs, ranges, pairs);
         if (!least || found.count < least->count)
             least = found;
     }
-    if (least->count == 0)
+    if (!least || least->count == 0)
         return std::nullopt;
     const auto rowOf = [&](int row) { return static_cast<std::size_t>(row); };
     const double left = ours.values[rowOf(least->first.measured) * ours.channels + least->channel];

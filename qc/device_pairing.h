@@ -10,8 +10,10 @@
 
 namespace qxcms::qc {
 
+/// Where two readings of the scales pair rows, the colours decide.
 /// @throws Refusal as pairRows.
-Pairing pairByDeviceValues(const Chart& measured, const Chart& reference, const DeviceChannels& channels);
+Pairing pairByDeviceValues(const Chart& measured, const Chart& reference, const DeviceChannels& channels,
+                           const MedianOf& medianOf);
 
 /// What rows that were paired otherwise hold against it: device values that differ; nothing where they agree
 /// or cannot be used.

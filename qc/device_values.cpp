@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "base/number_text.h"
 #include "platform/utility.h"
 #include "qc/chart_numbers.h"
+#include "qc/pairing.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
 
@@ -17,10 +19,17 @@ using Columns = std::vector<std::int32_t>;
 
 struct Scale {
     double range;
-    double largest; // that is taken for a value of it
+    double smallestTop; // that the largest value of a chart must reach
+    double largest;     // that is taken for a value of it
 };
 
-constexpr Scale kScales[] = {{1, 1}, {100, 100.5}, {255, 255.5}};
+// Numbers of 10 and 16 bits show what they are by their white alone.
+constexpr Scale kScales[] = {
+    {1, 0, 1.005}, {100, 0, 100.5}, {255, 0, 255.5}, {1023, 1022.5, 1023.5}, {65535, 65534.5, 65535.5}};
+// Beyond the scales that need no white, a value is wrong unless all are on one of the others.
+constexpr double kUsualLargest = 255.5;
+// Wrong values stand in fewer than one of so many rows, where the largest of them could be that of a scale.
+constexpr std::size_t kFewRows = 20;
 
 // Nor may values lie below 0 by more than this part of the range.
 constexpr double kBelowZero = 0.005;
@@ -53,11 +62,6 @@ bool hasGap(const Columns& columns) {
     return std::find(columns.begin(), columns.end(), -1) != columns.end();
 }
 
-bool haveEqualInks(const TCgatsTableHeader& left, const TCgatsTableHeader& right) {
-    return left.GetColorKind() == right.GetColorKind() && left.GetNrColors() == right.GetNrColors() &&
-           left.GetNrSpots() == right.GetNrSpots();
-}
-
 std::string nameOfProcess(const TCgatsTableHeader& header) {
     switch (header.GetColorKind()) {
     case TCgatsTableHeader::kCmyk:
@@ -71,16 +75,196 @@ std::string nameOfProcess(const TCgatsTableHeader& header) {
     }
 }
 
-std::string nameOfInks(const TCgatsTableHeader& header) {
-    std::string name = nameOfProcess(header);
-    if (header.GetNrSpots() > 0)
-        name += name.empty() ? "SPOT" : " and SPOT";
+// A column of device values.
+struct Channel {
+    std::string name; // "CMYK_C", "6CLR_2", "SPOT_1"
+    std::int32_t column;
+
+    std::string kind() const { return name.substr(0, name.rfind('_')); }
+    std::string place() const { return name.substr(name.rfind('_') + 1); }
+};
+
+using Channels = std::vector<Channel>;
+
+// The channels that the kernel knows.
+Channels inksOf(const Chart& chart) {
+    const Columns columns = inkColumns(chart);
+    const std::string process = nameOfProcess(chart.header());
+    const auto processes = static_cast<std::size_t>(std::max(chart.header().GetNrColors(), 0));
+    Channels channels;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const bool spot = i >= processes;
+        const std::string place = process == "CMYK" && !spot ? std::string(1, "CMYK"[i])
+                                                             : std::to_string(i + 1 - (spot ? processes : 0));
+        channels.push_back({(spot ? "SPOT" : process) + '_' + place, columns[i]});
+    }
+    return channels;
+}
+
+std::string upperCase(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+    return text;
+}
+
+bool consistsOf(const std::string& text, const char* characters) {
+    return !text.empty() && text.find_first_not_of(characters) == std::string::npos;
+}
+
+// "CMY_C", "K_K", "4CLR_1", "SPOT_7" in capitals; RGB stands for itself.
+bool isNameOfChannel(const std::string& name) {
+    constexpr const char* kDigits = "0123456789";
+    constexpr const char* kInks = "CMYKOGRBVW";
+    const std::size_t separator = name.rfind('_');
+    if (separator == std::string::npos)
+        return false;
+    const std::string kind = name.substr(0, separator);
+    const std::string place = name.substr(separator + 1);
+    if (consistsOf(place, kDigits)) {
+        const std::size_t end = kind.size() > 3 ? kind.size() - 3 : 0;
+        return kind == "SPOT" || (kind.substr(end) == "CLR" && consistsOf(kind.substr(0, end), kDigits)) ||
+               (kind.substr(0, 2) == "PC" &&
+                consistsOf(kind.substr(std::min<std::size_t>(2, kind.size())), kDigits));
+    }
+    return place.size() == 1 && kind != "RGB" && consistsOf(kind, kInks) &&
+           kind.find(place) != std::string::npos;
+}
+
+bool isText(const Chart& chart, int column) {
+    return chart.header().GetField(column)->GetDataType() == TCgatsField::kString;
+}
+
+std::optional<double> numberIn(const std::string& text) {
+    const char* const last = text.data() + text.size();
+    double value = 0;
+    if (detail::parsePlainDecimal(text.data(), last, value) == last)
+        return value;
+    const char* end = text.data();
+    value = detail::parseDouble(text.data(), last, &end);
+    return end == last && std::isfinite(value) && !text.empty() ? std::optional<double>(value) : std::nullopt;
+}
+
+double numberAt(const Chart& chart, int row, std::int32_t column) {
+    if (!isText(chart, column))
+        return chart.data().GetValues(column)->GetDouble(row);
+    return numberIn(fieldText(chart, row, column)).value_or(std::nan(""));
+}
+
+bool holdsNumbers(const Chart& chart, int column) {
+    if (!isText(chart, column))
+        return true;
+    for (int row = 0; row < chart.rows(); ++row)
+        if (!numberIn(fieldText(chart, row, column)))
+            return false;
+    return true;
+}
+
+// The channels that are known by the names of their columns alone; beside process colours spot colours only.
+Channels namedChannels(const Chart& chart, const Channels& inks) {
+    Channels channels;
+    for (int column = 0; column < chart.header().GetNrFields(); ++column) {
+        const auto isColumn = [&](const Channel& ink) { return ink.column == column; };
+        const std::string name = upperCase(chart.columnName(column));
+        if (!isNameOfChannel(name) || std::any_of(inks.begin(), inks.end(), isColumn) ||
+            (!inks.empty() && name.compare(0, 5, "SPOT_") != 0) || !holdsNumbers(chart, column))
+            continue;
+        const auto isName = [&](const Channel& other) { return other.name == name; };
+        // "CMYKcm_c" beside "CMYKcm_C".
+        const bool isTaken = std::any_of(channels.begin(), channels.end(), isName);
+        channels.push_back({isTaken ? std::string(chart.columnName(column)) : name, column});
+    }
+    return channels;
+}
+
+Channels channelsOf(const Chart& chart) {
+    Channels channels = inksOf(chart);
+    const Channels named = namedChannels(chart, channels);
+    channels.insert(channels.end(), named.begin(), named.end());
+    return channels;
+}
+
+// "CMYK and SPOT"
+std::string nameOf(const Channels& channels) {
+    std::vector<std::string> kinds;
+    for (const Channel& channel : channels)
+        if (std::find(kinds.begin(), kinds.end(), channel.kind()) == kinds.end())
+            kinds.push_back(channel.kind());
+    std::string name;
+    for (const std::string& kind : kinds)
+        name += (name.empty() ? "" : " and ") + kind;
     return name;
+}
+
+// The channels that another chart does not have.
+Channels others(const Channels& channels, const Channels& known) {
+    Channels result;
+    std::copy_if(channels.begin(), channels.end(), std::back_inserter(result), [&](const Channel& channel) {
+        return std::none_of(known.begin(), known.end(),
+                            [&](const Channel& other) { return other.name == channel.name; });
+    });
+    return result;
+}
+
+bool isZeroThroughout(const Chart& chart, const Channel& channel) {
+    for (int row = 0; row < chart.rows(); ++row)
+        if (numberAt(chart, row, channel.column) != 0)
+            return false;
+    return true;
+}
+
+std::string leftOut(const Chart& chart, const Channels& unused, const Chart& other) {
+    std::string names;
+    for (const Channel& channel : unused)
+        names += (names.empty() ? "" : ", ") + channel.name;
+    return printable(chart.name) + ": " + printable(names) + (unused.size() == 1 ? " is" : " are") +
+           " 0 on every row and left out, as " + printable(other.name) + " has no such values";
+}
+
+std::optional<DeviceChannels> sharedInks(const Chart& measured, const Channels& ours, const Chart& reference,
+                                         const Channels& theirs) {
+    const Channels oursAlone = others(ours, theirs);
+    const Channels theirsAlone = others(theirs, ours);
+    const bool reversed = oursAlone.empty();
+    const Chart& chart = reversed ? reference : measured;
+    const Channels& unused = reversed ? theirsAlone : oursAlone;
+    const bool isZero = std::all_of(unused.begin(), unused.end(), [&](const Channel& channel) {
+        return channel.column >= 0 && isZeroThroughout(chart, channel);
+    });
+    const Channels shared = others(ours, oursAlone);
+    if ((!oursAlone.empty() && !theirsAlone.empty()) || !isZero || shared.empty())
+        return std::nullopt;
+    DeviceChannels channels{nameOf(shared), {}, {}, ""};
+    for (const Channel& channel : shared) {
+        const auto other = std::find_if(theirs.begin(), theirs.end(),
+                                        [&](const Channel& c) { return c.name == channel.name; });
+        channels.measured.push_back(channel.column);
+        channels.reference.push_back(other->column);
+    }
+    if (!unused.empty())
+        channels.leftOut = leftOut(chart, unused, reversed ? measured : reference);
+    return channels;
+}
+
+std::optional<DeviceChannels> usable(std::optional<DeviceChannels> channels) {
+    if (!channels || channels->measured.empty() || channels->reference.empty() ||
+        hasGap(channels->measured) || hasGap(channels->reference))
+        return std::nullopt;
+    return channels;
+}
+
+// The text of a header line named as a channel's column ("SPOT_1"); empty where there is none.
+std::string lineNamed(const Chart& chart, const std::string& keyword) {
+    for (int i = 0; i < chart.document->GetNrTags(); ++i) {
+        const TCgatsTag& tag = *chart.document->GetTagAt(i);
+        if (strcmp_ci(tag.GetKeyword(), keyword.c_str()) == 0 && tag.GetValue() != nullptr)
+            return tag.GetValue();
+    }
+    return "";
 }
 
 // What the header lines call the process colours of a custom space, or the spot colours; none where a name is
 // missing.
-std::vector<std::string> colorantNames(const Chart& chart, bool spots) {
+std::vector<std::string> describedColorants(const Chart& chart, bool spots) {
     const TCgats& document = *chart.document;
     const int count = spots                                   ? document.GetNrSpotColors(chart.table)
                       : document.IsCustomDefined(chart.table) ? document.GetNrProcessColors(chart.table)
@@ -95,62 +279,110 @@ std::vector<std::string> colorantNames(const Chart& chart, bool spots) {
     return {names.begin(), names.end()};
 }
 
-double rangeOf(double largest) {
-    if (largest <= 0)
-        return 0;
-    const auto* scale = std::find_if(std::begin(kScales), std::end(kScales),
-                                     [&](const Scale& s) { return largest <= s.largest; });
-    return scale == std::end(kScales) ? -1 : scale->range;
+// What a header line calls a numbered channel; empty where none does.
+std::string colorantName(const Chart& chart, const Channel& channel) {
+    const int number = detail::textToInt(channel.place().c_str());
+    const std::vector<std::string> names = describedColorants(chart, channel.kind() == "SPOT");
+    const bool isDescribed = number >= 1 && static_cast<std::size_t>(number) <= names.size();
+    return isDescribed ? names[static_cast<std::size_t>(number - 1)] : lineNamed(chart, channel.name);
 }
 
-Refusal onNoScale(const Chart& chart, const Columns& columns, std::size_t index, double value) {
-    const auto row = static_cast<int>(index / columns.size());
-    return Refusal(Refusal::Kind::notComparable,
-                   placeOf(chart, row, columns[index % columns.size()]) + ": the device value " +
-                       detail::generalText(value, 6) +
-                       " is on none of the scales 0 to 1, 0 to 100 and 0 to 255; correct it, or let "
-                       "--pair id or --pair order pair the rows without device values");
+double topOf(double range) {
+    const auto* scale = std::find_if(std::begin(kScales), std::end(kScales),
+                                     [&](const Scale& s) { return s.range == range; });
+    return scale == std::end(kScales) ? 0 : scale->largest;
+}
+
+// What the rows without a value beyond the usual scales hold.
+struct Usual {
+    double largest = 0;
+    std::size_t rows = 0;
+};
+
+Usual usualRows(const DeviceValues& device) {
+    Usual usual;
+    for (std::size_t row = 0; row < device.rows(); ++row) {
+        const auto first = device.values.begin() + static_cast<std::ptrdiff_t>(row * device.channels);
+        const double most = *std::max_element(first, first + static_cast<std::ptrdiff_t>(device.channels));
+        if (most > kUsualLargest)
+            continue;
+        usual.largest = std::max(usual.largest, most);
+        ++usual.rows;
+    }
+    return usual;
+}
+
+double rangeOf(const DeviceValues& device) {
+    const Usual usual = usualRows(device);
+    const bool areMoreThanFew = kFewRows * (device.rows() - usual.rows) >= device.rows();
+    const double largest = *std::max_element(device.values.begin(), device.values.end());
+    const double range = deviceRange(areMoreThanFew ? largest : usual.largest);
+    if (range >= 0 && device.mostFit(range == 0 ? kScales[0].range : range))
+        return range;
+    const double rangeOfUsual = deviceRange(usual.largest);
+    return device.mostFit(rangeOfUsual) ? rangeOfUsual : -1;
 }
 
 } // namespace
 
 std::optional<DeviceChannels> sharedChannels(const Chart& measured, const Chart& reference) {
-    DeviceChannels channels;
-    if (hasInks(measured) && hasInks(reference)) {
-        if (!haveEqualInks(measured.header(), reference.header()))
-            return std::nullopt;
-        channels = {nameOfInks(measured.header()), inkColumns(measured), inkColumns(reference)};
-    } else {
-        channels = {"RGB", rgbColumns(measured), rgbColumns(reference)};
-    }
-    if (channels.measured.empty() || channels.reference.empty() || hasGap(channels.measured) ||
-        hasGap(channels.reference))
-        return std::nullopt;
-    return channels;
+    const Channels ours = channelsOf(measured);
+    const Channels theirs = channelsOf(reference);
+    std::optional<DeviceChannels> channels = usable(sharedInks(measured, ours, reference, theirs));
+    if (channels || (hasInks(measured) && hasInks(reference)))
+        return channels;
+    return usable(DeviceChannels{"RGB", rgbColumns(measured), rgbColumns(reference), ""});
 }
 
 std::string nameOfDeviceValues(const Chart& chart) {
-    if (hasInks(chart))
-        return nameOfInks(chart.header());
-    return rgbColumns(chart).empty() ? "" : "RGB";
+    const std::string name = nameOf(channelsOf(chart));
+    return !name.empty() || rgbColumns(chart).empty() ? name : "RGB";
 }
 
 std::string differentColorants(const Chart& measured, const Chart& reference) {
-    for (const bool spots : {false, true}) {
-        const std::vector<std::string> ours = colorantNames(measured, spots);
-        const std::vector<std::string> theirs = colorantNames(reference, spots);
-        for (std::size_t i = 0; i < std::min(ours.size(), theirs.size()); ++i) {
-            if (strcmp_ci(ours[i].c_str(), theirs[i].c_str()) != 0)
-                return (spots ? "spot colour " : "process colour ") + std::to_string(i + 1) + " is " +
-                       quoted(ours[i]) + " in " + printable(measured.name) + " and " + quoted(theirs[i]) +
-                       " in " + printable(reference.name);
-        }
+    const Channels ours = channelsOf(measured);
+    const Channels oursAlone = others(ours, channelsOf(reference));
+    for (const Channel& channel : others(ours, oursAlone)) {
+        if (channel.kind() == "CMYK")
+            continue;
+        const std::string name = colorantName(measured, channel);
+        const std::string otherName = colorantName(reference, channel);
+        if (strcmp_ci(name.c_str(), otherName.c_str()) == 0)
+            continue;
+        const auto nameIn = [](const std::string& known, const Chart& chart) {
+            return (known.empty() ? "not named" : quoted(known)) + " in " + printable(chart.name);
+        };
+        return (channel.kind() == "SPOT" ? "spot colour " : "process colour ") + channel.place() + " is " +
+               nameIn(name, measured) + " and " + nameIn(otherName, reference);
     }
     return "";
 }
 
+double deviceRange(double largest) {
+    if (largest <= 0)
+        return 0;
+    const auto* scale = std::find_if(std::begin(kScales), std::end(kScales), [&](const Scale& s) {
+        return s.smallestTop <= largest && largest <= s.largest;
+    });
+    return scale == std::end(kScales) ? -1 : scale->range;
+}
+
 bool DeviceValues::areEqualOnEveryRow() const {
     return std::equal(values.begin() + static_cast<std::ptrdiff_t>(channels), values.end(), values.begin());
+}
+
+bool DeviceValues::fits(std::size_t row, double scale) const {
+    const auto first = values.begin() + static_cast<std::ptrdiff_t>(row * channels);
+    const double top = topOf(scale);
+    return std::all_of(first, first + static_cast<std::ptrdiff_t>(channels),
+                       [&](double value) { return value >= -kBelowZero * scale && value <= top; });
+}
+
+bool DeviceValues::mostFit(double scale) const {
+    std::size_t fitting = 0;
+    for (std::size_t row = 0; row < rows(); ++row)
+        fitting += fits(row, scale) ? 1U : 0U;
+    return 2 * fitting > rows();
 }
 
 DeviceValues deviceValues(const Chart& chart, const std::vector<std::int32_t>& columns) {
@@ -160,37 +392,58 @@ DeviceValues deviceValues(const Chart& chart, const std::vector<std::int32_t>& c
     result.values.reserve(columns.size() * static_cast<std::size_t>(chart.rows()));
     for (int row = 0; row < chart.rows(); ++row) {
         for (const std::int32_t column : columns)
-            result.values.push_back(chart.data().GetValues(column)->GetDouble(row));
+            result.values.push_back(numberAt(chart, row, column));
         requireFinite(chart, row, result.values.data() + result.values.size() - columns.size(),
                       columns.data(), channels);
     }
-    const auto [least, largest] = std::minmax_element(result.values.begin(), result.values.end());
-    result.range = rangeOf(*largest);
-    const auto indexOf = [&](auto value) { return static_cast<std::size_t>(value - result.values.begin()); };
-    if (result.range < 0)
-        throw onNoScale(chart, columns, indexOf(largest), *largest);
-    if (*least < -kBelowZero * result.range)
-        throw onNoScale(chart, columns, indexOf(least), *least);
+    result.range = rangeOf(result);
     return result;
 }
 
 std::vector<DeviceRanges> possibleRanges(const DeviceValues& measured, const DeviceValues& reference) {
     const double ours = measured.range;
     const double theirs = reference.range;
-    if (ours == 0 && theirs == 0)
-        return {{100, 100}};
     const double larger = std::max(ours, theirs);
-    if (ours == theirs || ours == 0 || theirs == 0)
+    if (std::min(ours, theirs) < 0) {
+        const bool isOfLarger = larger > 0 && (ours < 0 ? measured : reference).mostFit(larger);
+        return isOfLarger ? std::vector<DeviceRanges>{{larger, larger}} : std::vector<DeviceRanges>();
+    }
+    if (larger == 0)
+        return {{100, 100}};
+    const double smaller = std::min(ours, theirs);
+    if (ours == theirs || smaller == 0)
         return {{larger, larger}};
-    return {{ours, theirs}, {larger, larger}};
+    std::vector<DeviceRanges> ranges = {{ours, theirs}, {larger, larger}};
+    if ((ours == larger ? measured : reference).mostFit(smaller))
+        ranges.push_back({smaller, smaller});
+    return ranges;
+}
+
+std::string strangeValue(const Chart& measured, const Chart& reference, const DeviceChannels& channels) {
+    const DeviceValues ours = deviceValues(measured, channels.measured);
+    const bool isOurs = ours.range < 0;
+    const DeviceValues values = isOurs ? ours : deviceValues(reference, channels.reference);
+    const std::vector<std::int32_t>& columns = isOurs ? channels.measured : channels.reference;
+    const auto [least, largest] = std::minmax_element(values.values.begin(), values.values.end());
+    const auto strange = deviceRange(*largest) < 0 ? largest : least;
+    const auto index = static_cast<std::size_t>(strange - values.values.begin());
+    return placeOf(isOurs ? measured : reference, static_cast<int>(index / columns.size()),
+                   columns[index % columns.size()]) +
+           ": the device value " + detail::generalText(*strange, 6) +
+           " is on none of the scales 0 to 1, 0 to 100, 0 to 255, 0 to 1023 and 0 to 65535 (the last two "
+           "shown "
+           "by a value that is just the largest)";
 }
 
 PointSet onGrid(const DeviceValues& values, double range) {
     PointSet points{values.channels, {}};
     points.coordinates.reserve(values.values.size());
-    for (const double value : values.values)
-        points.coordinates.push_back(
-            static_cast<Coordinate>(std::lround(value * (100.0 * kUnitsPerPercent) / range)));
+    for (std::size_t row = 0; row < values.rows(); ++row) {
+        const bool fits = values.fits(row, range);
+        for (std::size_t i = row * values.channels; i < (row + 1) * values.channels; ++i)
+            points.coordinates.push_back(static_cast<Coordinate>(
+                fits ? std::lround(values.values[i] * (100.0 * kUnitsPerPercent) / range) : 0));
+    }
     return points;
 }
 

@@ -15,34 +15,46 @@ namespace qxcms::qc {
 
 /// The channels that two charts have in common.
 struct DeviceChannels {
-    std::string name;                    ///< "CMYK", "6CLR", "PC2", "SPOT", "CMYK and SPOT", "RGB"
+    std::string name;                    ///< "CMYK", "6CLR", "PC2", "SPOT", "CMYK and SPOT", "CMY", "RGB"
     std::vector<std::int32_t> measured;  ///< the columns by channel
     std::vector<std::int32_t> reference; ///< as many
+    std::string leftOut;                 ///< which channels of one chart alone are 0 throughout, and left out
 };
 
-/// Process and spot colours, RGB where not both charts have such; nothing where these are not the same, or
-/// where the numbering of the channels has a gap.
+/// Process and spot colours, also those that the kernel does not know for such but whose columns hold numbers
+/// and are named alike ("CMY_C", "4CLR_1", "SPOT_7"); RGB where not both charts have any. Channels that one
+/// chart has in addition are left out where they are 0 throughout. Nothing where the channels are not the
+/// same, or where their numbering has a gap.
 std::optional<DeviceChannels> sharedChannels(const Chart& measured, const Chart& reference);
 
 /// What the device values of a chart are, as in DeviceChannels; empty where it has none.
 std::string nameOfDeviceValues(const Chart& chart);
 
-/// Where both charts name their process or spot colours, and the names differ: the first such channel in
-/// words; else empty.
+/// Where the charts name a process or spot colour differently, or one of them alone names it: the first such
+/// channel in words; else empty.
 std::string differentColorants(const Chart& measured, const Chart& reference);
+
+/// The largest value of the scale of device values whose largest is this: 1, 100 or 255 where it is one of
+/// these or less (by half a unit or half a percent more), 1023 or 65535 where it is just that; 0 where it is
+/// 0 or less, -1 where no scale is known.
+double deviceRange(double largest);
 
 /// The device values of a chart, row by row, as they stand.
 struct DeviceValues {
     std::size_t channels;
     std::vector<double> values;
-    double range; ///< 1, 100 or 255: the smallest that holds them; 0 when all are 0
+    double range; ///< the smallest that holds them, but for less than half of the rows; 0 when all of them
+                  ///< are 0, -1 when there is none
 
     bool areEqualOnEveryRow() const;
     std::size_t rows() const { return values.size() / channels; }
+    /// Whether all values of a row lie on a scale.
+    bool fits(std::size_t row, double scale) const;
+    /// Whether more than half of the rows do.
+    bool mostFit(double scale) const;
 };
 
-/// @throws Refusal (unreadable) for a value that is no finite number; Refusal (notComparable) for one that is
-/// on no known scale.
+/// @throws Refusal (unreadable) for a value that is no finite number.
 DeviceValues deviceValues(const Chart& chart, const std::vector<std::int32_t>& columns);
 
 /// The ranges that the values of two charts are taken to have.
@@ -52,13 +64,17 @@ struct DeviceRanges {
 };
 
 /// First the smallest of each side. Where these differ, the side of the smaller one may be part of a larger
-/// chart and have the range of the other: dark patches of an RGB chart stay below 100.
+/// chart and have the range of the other (dark patches of an RGB chart stay below 100), and a few rows of the
+/// other may be wrong. None where a side is on no scale.
 std::vector<DeviceRanges> possibleRanges(const DeviceValues& measured, const DeviceValues& reference);
+
+/// Names the first value that is on no scale, of charts that have no possible ranges.
+std::string strangeValue(const Chart& measured, const Chart& reference, const DeviceChannels& channels);
 
 /// So many units of the grid are one percent of the range.
 constexpr int kUnitsPerPercent = 10000;
 
-/// The values on a grid.
+/// The values on a grid; 0 for rows that do not fit.
 PointSet onGrid(const DeviceValues& values, double range);
 
 } // namespace qxcms::qc

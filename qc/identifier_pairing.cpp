@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <unordered_map>
+#include <utility>
 
+#include "qc/device_values.h"
 #include "qc/printable_text.h"
 #include "qc/unused_samples.h"
 
@@ -73,6 +76,36 @@ Texts wholeNumbers(const Texts& texts) {
     return rows.size() == texts.size() && rows.count("") == 0 ? numbers : Texts();
 }
 
+char upperCase(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+// In capitals, and numbers in it without leading zeros: "A1" for "a01". A number behind a point keeps them.
+std::string plainText(const std::string& text) {
+    std::string plain;
+    std::size_t i = 0;
+    while (i < text.size()) {
+        if (!isDigit(text[i])) {
+            plain += upperCase(text[i++]);
+            continue;
+        }
+        const std::size_t end = std::min(text.find_first_not_of("0123456789", i), text.size());
+        const bool isFraction = i > 0 && (text[i - 1] == '.' || text[i - 1] == ',');
+        const std::size_t first = isFraction ? i : std::min(text.find_first_not_of('0', i), end - 1);
+        plain.append(text, first, end - first);
+        i = end;
+    }
+    return plain;
+}
+
+// The texts in that form; none where two of them are the same in it.
+Texts plainTexts(const Texts& texts) {
+    Texts plain;
+    plain.reserve(texts.size());
+    std::transform(texts.begin(), texts.end(), std::back_inserter(plain), plainText);
+    return rowsByText(plain).size() == texts.size() ? plain : Texts();
+}
+
 std::vector<RowPair> pairsOf(const Texts& measured, const Texts& reference) {
     const RowOfText rows = rowsByText(reference);
     std::vector<RowPair> pairs;
@@ -85,17 +118,25 @@ std::vector<RowPair> pairsOf(const Texts& measured, const Texts& reference) {
     return pairs;
 }
 
+std::vector<RowPair> pairsAsText(const Texts& measured, const Texts& reference) {
+    const Texts ours = plainTexts(measured);
+    const Texts theirs = plainTexts(reference);
+    return ours.empty() || theirs.empty() ? pairsOf(measured, reference) : pairsOf(ours, theirs);
+}
+
 // A note where texts that are written differently were paired.
-void addSpelling(const char* name, const Texts& measured, const Texts& reference, Pairing& pairing) {
+void addSpelling(const char* name, const char* manner, const Texts& measured, const Texts& reference,
+                 Pairing& pairing) {
     const auto textOf = [](const Texts& texts, int row) { return texts[static_cast<std::size_t>(row)]; };
     const auto differ = std::find_if(pairing.pairs.begin(), pairing.pairs.end(), [&](const RowPair& pair) {
         return textOf(measured, pair.measured) != textOf(reference, pair.reference.front());
     });
     if (differ != pairing.pairs.end())
-        pairing.findings.push_back(
-            {Finding::Severity::note, Finding::Kind::ambiguousSamples,
-             std::string(name) + " is compared as a number: " + quoted(textOf(measured, differ->measured)) +
-                 " and " + quoted(textOf(reference, differ->reference.front())) + " are taken for the same"});
+        pairing.findings.push_back({Finding::Severity::note, Finding::Kind::ambiguousSamples,
+                                    std::string(name) + " is compared " + manner + ": " +
+                                        quoted(textOf(measured, differ->measured)) + " and " +
+                                        quoted(textOf(reference, differ->reference.front())) +
+                                        " are taken for the same"});
 }
 
 bool countRows(const Texts& texts) {
@@ -103,11 +144,6 @@ bool countRows(const Texts& texts) {
         if (wholeNumber(texts[row]) != std::to_string(row + 1))
             return false;
     return true;
-}
-
-bool hasDeviceValues(const Chart& chart) {
-    return chart.header().GetNrColors() > 0 || chart.header().GetNrSpots() > 0 ||
-           chart.document->GetFieldNameIndex(chart.table, "RGB_R") >= 0;
 }
 
 // Numbers that merely count the rows name no samples, above all where one side alone holds device values.
@@ -132,10 +168,14 @@ IdentifierPairing pairBy(const char* name, const Chart& measured, int measuredCo
     if (!result.problem.empty())
         return result;
     Pairing& pairing = result.pairing;
+    pairing.isUnconfirmed = true;
     const Texts ourNumbers = wholeNumbers(ours);
     const Texts theirNumbers = wholeNumbers(theirs);
     const bool asNumbers = !ourNumbers.empty() && !theirNumbers.empty();
-    pairing.pairs = asNumbers ? pairsOf(ourNumbers, theirNumbers) : pairsOf(ours, theirs);
+    if (asNumbers)
+        pairing.pairs = pairsOf(ourNumbers, theirNumbers);
+    else
+        pairing.pairs = pairsAsText(ours, theirs);
     if (pairing.pairs.empty()) {
         result.problem = std::string("no ") + name + " of " + printable(measured.name) + " stands in " +
                          printable(reference.name) + " too";
@@ -143,11 +183,23 @@ IdentifierPairing pairBy(const char* name, const Chart& measured, int measuredCo
     }
     pairing.unusedMeasured = measured.rows() - static_cast<int>(pairing.pairs.size());
     pairing.unusedReference = reference.rows() - static_cast<int>(pairing.pairs.size());
-    addSpelling(name, ours, theirs, pairing);
+    addSpelling(name, asNumbers ? "as a number" : "without regard to letter case and leading zeros", ours,
+                theirs, pairing);
     const auto nameOf = [&](int row) { return name + (' ' + quoted(ours[static_cast<std::size_t>(row)])); };
     addUnusedSamples(measured, reference, nameOf, pairing);
-    addCounting(name, ours, theirs, hasDeviceValues(measured) == hasDeviceValues(reference), pairing);
+    addCounting(name, ours, theirs,
+                nameOfDeviceValues(measured).empty() == nameOfDeviceValues(reference).empty(), pairing);
     return result;
+}
+
+// Nothing where not both charts have the column.
+std::optional<IdentifierPairing> pairByColumn(const char* name, const Chart& measured,
+                                              const Chart& reference) {
+    const int ours = measured.document->GetFieldNameIndex(measured.table, name);
+    const int theirs = reference.document->GetFieldNameIndex(reference.table, name);
+    if (ours < 0 || theirs < 0)
+        return std::nullopt;
+    return pairBy(name, measured, ours, reference, theirs);
 }
 
 // The reference row of each measured one, -1 for none.
@@ -176,24 +228,36 @@ void addContradiction(const Chart& measured, const Pairing& other, Pairing& pair
 
 } // namespace
 
-IdentifierPairing pairByIdentifier(const Chart& measured, const Chart& reference) {
+IdentifierPairing pairByIdentifier(const Chart& measured, const Chart& reference, const std::string& only) {
     IdentifierPairing result{{}, ""};
     for (const char* name : kIdentifiers) {
-        const int ours = measured.document->GetFieldNameIndex(measured.table, name);
-        const int theirs = reference.document->GetFieldNameIndex(reference.table, name);
-        if (ours < 0 || theirs < 0)
+        if (!only.empty() && only != name)
             continue;
-        IdentifierPairing found = pairBy(name, measured, ours, reference, theirs);
-        if (found.problem.empty() && result.pairing.pairs.empty())
-            result = found;
-        else if (found.problem.empty())
-            addContradiction(measured, found.pairing, result.pairing);
+        const std::optional<IdentifierPairing> found = pairByColumn(name, measured, reference);
+        if (!found)
+            continue;
+        if (found->problem.empty() && result.pairing.pairs.empty())
+            result = *found;
+        else if (found->problem.empty())
+            addContradiction(measured, found->pairing, result.pairing);
         else if (result.pairing.pairs.empty() && result.problem.empty())
-            result.problem = found.problem;
+            result.problem = found->problem;
     }
     if (result.pairing.pairs.empty() && result.problem.empty())
-        result.problem = "the files share no identifier (SampleID, SAMPLE_ID, SAMPLE_NAME or SAMPLE_LOC)";
+        result.problem =
+            only.empty() ? "the files share no identifier (SampleID, SAMPLE_ID, SAMPLE_NAME or SAMPLE_LOC)"
+                         : "the files do not both have " + only;
     return result;
+}
+
+std::vector<Pairing> pairByEachIdentifier(const Chart& measured, const Chart& reference) {
+    std::vector<Pairing> pairings;
+    for (const char* name : kIdentifiers) {
+        std::optional<IdentifierPairing> found = pairByColumn(name, measured, reference);
+        if (found && found->problem.empty())
+            pairings.push_back(std::move(found->pairing));
+    }
+    return pairings;
 }
 
 } // namespace qxcms::qc

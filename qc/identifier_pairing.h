@@ -18,8 +18,11 @@ struct IdentifierPairing {
 };
 
 /// By the first of kIdentifiers that both charts have, that is unique and not empty on both sides, and that
-/// pairs any row. Texts compare exactly, except that whole numbers, where there are no other texts, compare
-/// as numbers.
-IdentifierPairing pairByIdentifier(const Chart& measured, const Chart& reference);
+/// pairs any row; by one column alone where its name is not empty. Texts compare as pairRows says.
+IdentifierPairing pairByIdentifier(const Chart& measured, const Chart& reference,
+                                   const std::string& only = "");
+
+/// By each of kIdentifiers that pairs any row.
+std::vector<Pairing> pairByEachIdentifier(const Chart& measured, const Chart& reference);
 
 } // namespace qxcms::qc

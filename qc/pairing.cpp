@@ -41,22 +41,21 @@ bool areFilledIn(const DeviceValues& values, const DeviceChannels& channels) {
 }
 
 // Device values that are one and the same throughout both charts tell no more than those never filled in.
-bool tellRowsApart(const Chart& measured, const Chart& reference, const DeviceChannels& channels) {
-    const DeviceValues ours = deviceValues(measured, channels.measured);
-    const DeviceValues theirs = deviceValues(reference, channels.reference);
+bool tellRowsApart(const DeviceValues& ours, const DeviceValues& theirs, const DeviceChannels& channels) {
     const bool single = ours.rows() == 1 && theirs.rows() == 1;
     return (single || !ours.areEqualOnEveryRow() || !theirs.areEqualOnEveryRow()) &&
            areFilledIn(ours, channels) && areFilledIn(theirs, channels);
 }
 
-Pairing byDeviceValues(const Chart& measured, const Chart& reference, const Channels& channels) {
+Pairing byDeviceValues(const Chart& measured, const Chart& reference, const Channels& channels,
+                       const MedianOf& medianOf) {
     if (!channels)
         throw notComparable(kNoSharedChannels + remedy(measured, reference));
-    return pairByDeviceValues(measured, reference, *channels);
+    return pairByDeviceValues(measured, reference, *channels, medianOf);
 }
 
-Pairing byIdentifiers(const Chart& measured, const Chart& reference) {
-    IdentifierPairing found = pairByIdentifier(measured, reference);
+Pairing byIdentifiers(const Chart& measured, const Chart& reference, const std::string& identifier) {
+    IdentifierPairing found = pairByIdentifier(measured, reference, identifier);
     if (!found.problem.empty())
         throw notComparable(found.problem + remedy(measured, reference));
     return std::move(found.pairing);
@@ -81,6 +80,14 @@ std::optional<Finding> displacedIdentifiers(const Chart& measured, const Chart& 
                        printable(reference.name)};
 }
 
+Pairing inOrder(const Chart& measured) {
+    Pairing pairing{PairRule::order, "order", {}, 0, 0, {}};
+    pairing.pairs.reserve(static_cast<std::size_t>(measured.rows()));
+    for (int row = 0; row < measured.rows(); ++row)
+        pairing.pairs.push_back({row, {row}});
+    return pairing;
+}
+
 Pairing byOrder(const Chart& measured, const Chart& reference) {
     if (measured.rows() != reference.rows())
         throw notComparable("the numbers of samples differ: " + printable(measured.name) + " has " +
@@ -88,10 +95,7 @@ Pairing byOrder(const Chart& measured, const Chart& reference) {
                             printable(reference.name) + " has " +
                             countText(static_cast<std::size_t>(reference.rows())) +
                             "; the order of the rows pairs equal numbers only");
-    Pairing pairing{PairRule::order, "order", {}, 0, 0, {}};
-    pairing.pairs.reserve(static_cast<std::size_t>(measured.rows()));
-    for (int row = 0; row < measured.rows(); ++row)
-        pairing.pairs.push_back({row, {row}});
+    Pairing pairing = inOrder(measured);
     const std::optional<Finding> displaced = displacedIdentifiers(measured, reference);
     if (displaced)
         pairing.findings.push_back(*displaced);
@@ -122,58 +126,93 @@ void addContradiction(const Chart& measured, const Chart& reference, const Chann
         pairing.findings.push_back(*finding);
 }
 
-Pairing byWhatThereIs(const Chart& measured, const Chart& reference, const Channels& channels) {
-    if (channels && tellRowsApart(measured, reference, *channels))
-        return pairByDeviceValues(measured, reference, *channels);
+// Why shared device values cannot be used, and how serious that is; nothing where they can.
+std::optional<Finding> uselessness(const Chart& measured, const Chart& reference,
+                                   const DeviceChannels& channels) {
+    const DeviceValues ours = deviceValues(measured, channels.measured);
+    const DeviceValues theirs = deviceValues(reference, channels.reference);
+    if (possibleRanges(ours, theirs).empty())
+        return Finding{Finding::Severity::warning, Finding::Kind::deviceScale,
+                       strangeValue(measured, reference, channels) + "; the " + channels.name +
+                           " values are not used, correct them to have the rows paired by them"};
+    if (!tellRowsApart(ours, theirs, channels))
+        return Finding{Finding::Severity::note, Finding::Kind::otherPairing,
+                       "the " + channels.name + " values are not used, as they do not tell the rows apart"};
+    return std::nullopt;
+}
+
+bool canConfirm(const Chart& measured, const Chart& reference, const Channels& channels) {
+    try {
+        return channels && !uselessness(measured, reference, *channels);
+    } catch (const Refusal&) {
+        return false;
+    }
+}
+
+Pairing byWhatThereIs(const Chart& measured, const Chart& reference, const Channels& channels,
+                      const MedianOf& medianOf) {
+    const std::optional<Finding> useless =
+        channels ? uselessness(measured, reference, *channels) : std::nullopt;
+    if (channels && !useless)
+        return pairByDeviceValues(measured, reference, *channels, medianOf);
     IdentifierPairing found = pairByIdentifier(measured, reference);
     if (!found.problem.empty() && channels)
-        return pairByDeviceValues(measured, reference, *channels);
+        return pairByDeviceValues(measured, reference, *channels, medianOf);
     if (!found.problem.empty())
         throw notComparable("nothing tells which rows belong together: " + std::string(kNoSharedChannels) +
                             ", and " + found.problem + remedy(measured, reference));
     Pairing pairing = std::move(found.pairing);
-    if (channels)
-        pairing.findings.push_back(
-            {Finding::Severity::note, Finding::Kind::otherPairing,
-             "the " + channels->name + " values are not used, as they do not tell the rows apart"});
+    if (useless)
+        pairing.findings.push_back(*useless);
     else
         addContradiction(measured, reference, channels, pairing);
     return pairing;
 }
 
-Pairing asForced(PairChoice choice, const Chart& measured, const Chart& reference, const Channels& channels) {
-    Pairing pairing =
-        choice == PairChoice::order ? byOrder(measured, reference) : byIdentifiers(measured, reference);
+Pairing asForced(const PairOptions& options, const Chart& measured, const Chart& reference,
+                 const Channels& channels) {
+    Pairing pairing = options.choice == PairChoice::order
+                          ? byOrder(measured, reference)
+                          : byIdentifiers(measured, reference, options.identifier);
     addContradiction(measured, reference, channels, pairing);
+    pairing.isUnconfirmed = pairing.isUnconfirmed && !canConfirm(measured, reference, channels);
     return pairing;
 }
 
 } // namespace
 
-Pairing pairRows(const Chart& measured, const Chart& reference, PairChoice choice) {
+Pairing pairRows(const Chart& measured, const Chart& reference, const PairOptions& options) {
     const Channels channels = sharedChannels(measured, reference);
-    switch (choice) {
+    switch (options.choice) {
     case PairChoice::automatic:
         break;
     case PairChoice::deviceValues:
-        return byDeviceValues(measured, reference, channels);
+        return byDeviceValues(measured, reference, channels, options.medianOf);
     case PairChoice::identifiers:
     case PairChoice::order:
-        return asForced(choice, measured, reference, channels);
+        return asForced(options, measured, reference, channels);
     }
-    return byWhatThereIs(measured, reference, channels);
+    return byWhatThereIs(measured, reference, channels, options.medianOf);
 }
 
-std::vector<PairRule> possibleRules(const Chart& measured, const Chart& reference) {
-    std::vector<PairRule> rules;
-    for (const PairChoice choice : {PairChoice::deviceValues, PairChoice::identifiers, PairChoice::order}) {
-        try {
-            rules.push_back(pairRows(measured, reference, choice).rule);
-        } catch (const Refusal&) {
-            continue;
-        }
+Pairing pairRows(const Chart& measured, const Chart& reference, PairChoice choice) {
+    return pairRows(measured, reference, PairOptions{choice, "", {}});
+}
+
+std::vector<Pairing> possiblePairings(const Chart& measured, const Chart& reference,
+                                      const MedianOf& medianOf) {
+    std::vector<Pairing> pairings;
+    try {
+        pairings.push_back(
+            byDeviceValues(measured, reference, sharedChannels(measured, reference), medianOf));
+    } catch (const Refusal&) {
+        pairings.clear();
     }
-    return rules;
+    for (Pairing& pairing : pairByEachIdentifier(measured, reference))
+        pairings.push_back(std::move(pairing));
+    if (measured.rows() == reference.rows())
+        pairings.push_back(inOrder(measured));
+    return pairings;
 }
 
 int identifierColumn(const Chart& chart) {

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "base/number_text.h"
+#include "qc/device_values.h"
 #include "qc/printable_text.h"
 
 namespace qxcms::qc {
@@ -227,11 +228,7 @@ private:
         for (int row = 0; row < inspected.rows(); ++row)
             for (const std::int32_t column : columns)
                 largest = std::max(largest, value(row, column));
-        for (const double scale : {1.0, 100.0, 255.0}) {
-            if (largest > 0.0 && largest <= scale * (1.0 + kDeviceTolerance))
-                return scale;
-        }
-        return 0.0;
+        return std::max(deviceRange(largest), 0.0);
     }
 
     const Chart& inspected;

@@ -30,8 +30,8 @@ namespace qxcms::qc {
 /// - paperNotLightest: the lightest patch without ink (process colours all 0, RGB at the top of their scale)
 ///   is darker than another one by more than 0.5. Patches that use spot colours do not count.
 ///
-/// Fluorescent paper whose reflectance rises above 1 is none of these. Device values on a scale other than 0
-/// to 1, 0 to 100 and 0 to 255, with words among them or with a channel missing are left aside.
+/// Fluorescent paper whose reflectance rises above 1 is none of these. Device values on no known scale
+/// (deviceRange), with words among them or with a channel missing are left aside.
 /// @param source what is compared of the chart. @param lab the Lab of each row by `source`, from XYZ on the
 /// scale of their white. @param labFromXyz the Lab of each row by XYZ, on the white of its Lab; empty where
 /// the chart has none or `source` is xyz.

@@ -40,6 +40,8 @@ struct Pairing {
     int unusedMeasured = 0;        ///< measured rows without a counterpart
     int unusedReference = 0;       ///< reference rows that belong to no measured one
     std::vector<Finding> findings; ///< scales, unused and ambiguous samples
+    /// Identifiers alone say so: no device values confirm the pairs.
+    bool isUnconfirmed = false;
 };
 
 /// Device values pair within so much, in percent of their range.

@@ -414,6 +414,17 @@ TEST_F(diffPairing, order_isStated_andTheOrderOfTheIdentifiersContradicts) {
 
 constexpr const char* kCmykLab = "SAMPLE_ID CMYK_C CMYK_M CMYK_Y CMYK_K LAB_L LAB_A LAB_B";
 
+TEST_F(diffPairing, identifierAskedFor_pairs) {
+    const std::string fields = "SAMPLE_ID SAMPLE_NAME LAB_L LAB_A LAB_B";
+    const std::string left = chart("l.txt", fields, {"7 A 50 0 0", "8 B 60 0 0"});
+    const std::string right = chart("r.txt", fields, {"7 B 60 0 0", "8 A 50 0 0"});
+    EXPECT_THAT(run({left, right}).out, HasSubstr("(--pair SAMPLE_NAME)"));
+    const Outcome outcome = run({left, right, "--pair", "SAMPLE_NAME"});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_THAT(outcome.out, HasSubstr("2 of 2 paired by SAMPLE_NAME"));
+    EXPECT_EQ(run({left, right, "--pair", "SAMPLE_LOC"}).exitCode, 4);
+}
+
 TEST_F(diffPairing, stripAgainstItsChart_pairsByDeviceValuesInAnyOrder) {
     const std::string strip = chart("m.txt", kCmykLab, {"1 0 0 0 100 20 0 0", "2 0 0 0 0 95 0 0"});
     const std::string aims =

@@ -205,6 +205,61 @@ TEST_F(comparison, otherPairingOfLessThanHalfTheDifferences_isTold) {
                     "of 2, so that the rows may belong together in that way"));
 }
 
+TEST_F(comparison, otherIdentifierOfMuchSmallerDifferences_isWarnedOfByItsName) {
+    const char* const fields = "SAMPLE_ID SAMPLE_NAME LAB_L LAB_A LAB_B";
+    const OwnedChart left = measured(fields, {"7 A 50 0 0", "8 B 60 0 0", "9 C 70 0 0"});
+    const OwnedChart right = reference(fields, {"7 C 70.5 0 0", "8 A 50.5 0 0", "9 B 60.5 0 0"});
+    EXPECT_THAT(
+        findingsOf(compared(left, right), Kind::otherPairing),
+        testing::Contains("!paired by SAMPLE_NAME (--pair SAMPLE_NAME) the median difference would be 0.5 "
+                          "instead of 9.5, so that the rows may belong together in that way"));
+    ComparisonOptions options = cie1976();
+    options.pair = PairChoice::identifiers;
+    options.identifier = "SAMPLE_NAME";
+    EXPECT_EQ(compared(left, right, options).statistics.maximum, 0.5);
+}
+
+// Cyan and magenta are exchanged in one file, so that the paper alone pairs by them.
+TEST_F(comparison, otherPairingOfFarMoreSamplesThatAgreeAsWell_isWarnedOf) {
+    const char* const fields = "SAMPLE_ID CMYK_C CMYK_M CMYK_Y CMYK_K LAB_L LAB_A LAB_B";
+    const OwnedChart left = measured(fields, {"a 0 0 0 0 95 0 0", "b 90 0 0 0 55 -30 -40"});
+    const OwnedChart right = reference(fields, {"b 0 90 0 0 55 -30 -40.4", "a 0 0 0 0 95 0 0"});
+    EXPECT_THAT(
+        findingsOf(compared(left, right), Kind::otherPairing),
+        ElementsAre("!paired by identifiers (--pair id) 2 samples would have a counterpart instead of 1, "
+                    "with a median difference of 0.2, so that the rows may belong together in that way"));
+}
+
+TEST_F(comparison, otherPairingOfFarMoreSamplesThatDiffer_isNotTold) {
+    const char* const fields = "SAMPLE_ID CMYK_C CMYK_M CMYK_Y CMYK_K LAB_L LAB_A LAB_B";
+    const OwnedChart left =
+        measured(fields, {"a 0 0 0 0 95 0 0", "b 90 0 0 0 55 -30 -40", "c 0 0 9 0 90 0 9"});
+    const OwnedChart right =
+        reference(fields, {"b 0 90 0 0 50 70 0", "a 0 0 0 0 95 0 0", "c 0 0 0 70 40 0 0"});
+    EXPECT_THAT(findingsOf(compared(left, right), Kind::otherPairing), IsEmpty());
+}
+
+TEST_F(comparison, identifiersAloneThatPairWhatDiffersMuch_areWarnedOf) {
+    const OwnedChart right = reference(kLab, {"1 95 0 0", "2 20 0 0"});
+    EXPECT_THAT(findingsOf(compared(measured(kLab, {"1 84 0 0", "2 31 0 0"}), right), Kind::ambiguousSamples),
+                ElementsAre("!the median difference is 11, and nothing but SAMPLE_ID says that these samples "
+                            "belong together; check that both files hold one chart, its samples named alike",
+                            StartsWith("SAMPLE_ID only counts the rows")));
+    EXPECT_THAT(findingsOf(compared(measured(kLab, {"1 86 0 0", "2 29 0 0"}), right), Kind::ambiguousSamples),
+                ElementsAre(StartsWith("SAMPLE_ID only counts the rows")));
+}
+
+TEST_F(comparison, coloursDecideOnTheScaleOfTheDeviceValues) {
+    const char* const fields = "RGB_R RGB_G RGB_B LAB_L LAB_A LAB_B";
+    const OwnedChart chart =
+        reference(fields, {"0 0 0 5 0 0", "100 100 100 40 0 0", "255 255 255 96 0 0", "9 0 0 6 2 1"});
+    const auto white = [&](const char* row) {
+        return compared(measured(fields, {"100 100 100 " + std::string(row)}), chart).patches[0].referenceRow;
+    };
+    EXPECT_EQ(white("95 0 0"), 3);
+    EXPECT_EQ(white("41 0 0"), 2);
+}
+
 TEST_F(comparison, findingsOfThePairing_areThoseOfTheComparison) {
     const Comparison result =
         compared(measured(kLab, {"A 50 0 0", "X 60 0 0"}), reference(kLab, {"A 50 0 0"}));

@@ -367,6 +367,71 @@ TEST(pairing, spotColoursOfOneSideOnly_areOtherChannels) {
         HasSubstr("do not hold the same device values"));
 }
 
+TEST(pairing, spotColoursOfOneSideThatAreZeroThroughout_areLeftOut_whichIsNoted) {
+    const std::string fields = std::string(kCmyk) + " SPOT_1";
+    const OwnedChart spots = measured(fields, {"1 2 3 4 0", "5 6 7 80 0"});
+    const OwnedChart inks = reference(kCmyk, {"5 6 7 80", "1 2 3 4"});
+    const Pairing pairing = paired(spots, inks);
+    EXPECT_EQ(pairing.by, "CMYK");
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-0");
+    EXPECT_THAT(pairing.findings.size(), 1U);
+    EXPECT_THAT(
+        findingsOf(pairing, Kind::deviceScale),
+        ElementsAre("measured.txt: SPOT_1 is 0 on every row and left out, as reference.txt has no such "
+                    "values"));
+    EXPECT_EQ(pairsOf(paired(inks, spots)), "0-1 1-0");
+}
+
+// The kernel takes such columns for text.
+TEST(pairing, deviceValuesThatTheKernelDoesNotKnow_pairByTheirNames) {
+    const auto pairs = [](const std::string& left, const std::string& right, const std::string& header = "") {
+        const Pairing pairing =
+            paired(measured("SAMPLE_ID " + left, {"1 0 10 20", "2 80 90 100"}, header),
+                   reference("SAMPLE_ID " + right, {"1 80 90 100", "2 0 10.2 20"}, header));
+        return pairing.by + ' ' + pairsOf(pairing);
+    };
+    EXPECT_EQ(pairs("3CLR_1 3CLR_2 3CLR_3", "3CLR_1 3CLR_2 3CLR_3",
+                    "KEYWORD \"3CLR_1\"\nKEYWORD \"3CLR_2\"\nKEYWORD \"3CLR_3\"\n"),
+              "3CLR 0-1 1-0");
+    EXPECT_EQ(pairs("CMY_C CMY_M CMY_Y", "cmy_c cmy_m cmy_y",
+                    "KEYWORD \"CMY_C\"\nKEYWORD \"CMY_M\"\nKEYWORD \"CMY_Y\"\n"),
+              "CMY 0-1 1-0");
+    EXPECT_EQ(pairs("SPOT_5 SPOT_7 K_K", "SPOT_5 SPOT_7 K_K",
+                    "KEYWORD \"SPOT_5\"\nKEYWORD \"SPOT_7\"\nKEYWORD \"K_K\"\n"),
+              "SPOT and K 0-1 1-0");
+    EXPECT_EQ(pairs("CMYK_C CMYK_M CMYK_Y", "CMYK_C CMYK_M CMYK_Y"), "CMYK 0-1 1-0");
+}
+
+TEST(pairing, wordsInSuchColumns_areNoDeviceValues) {
+    const std::string header = "KEYWORD \"CMY_C\"\n";
+    for (const char* const row : {"2 none", "2 nan", "2 5%"})
+        EXPECT_EQ(paired(measured("SAMPLE_ID CMY_C", {"1 10", row}, header),
+                         reference("SAMPLE_ID CMY_C", {"1 20", "2 30"}, header))
+                      .by,
+                  "SAMPLE_ID")
+            << row;
+}
+
+TEST(pairing, suchValuesAgainstOthers_areWarnedAbout) {
+    const std::string header = "KEYWORD \"1CLR_1\"\n";
+    EXPECT_THAT(findingsOf(paired(measured("SAMPLE_ID 1CLR_1", {"1 10"}, header),
+                                  reference(std::string("SAMPLE_ID ") + kCmyk, {"1 0 0 0 10"})),
+                           Kind::otherPairing),
+                ElementsAre(HasSubstr("!measured.txt holds 1CLR values and reference.txt CMYK values")));
+}
+
+TEST(pairing, colorantsNamedByOneFileOnly_areWarnedAbout) {
+    const Rows rows = {"0", "100"};
+    for (const char* const header : {"SPOT_ID \"Orange\"\n", "KEYWORD \"SPOT_1\"\nSPOT_1 \"Orange\"\n"}) {
+        const Pairing pairing = paired(measured("SPOT_1", rows, header), reference("SPOT_1", rows));
+        EXPECT_THAT(
+            findingsOf(pairing, Kind::ambiguousSamples),
+            ElementsAre("!spot colour 1 is \"Orange\" in measured.txt and not named in reference.txt; "
+                        "they are taken for the same"))
+            << header;
+    }
+}
+
 TEST(pairing, colorantsOfOtherNames_areWarnedAbout) {
     const Rows rows = {"0 50", "100 0"};
     const Pairing pairing =
@@ -515,6 +580,102 @@ TEST(pairing, darkPatchesOfAChartUpTo255_areReadOnItsScale) {
     EXPECT_THAT(findingsOf(pairing, Kind::deviceScale), IsEmpty());
 }
 
+TEST(pairing, scalesOf10And16Bits_areKnownByTheirWhite_andNoted) {
+    for (const char* const rows :
+         {"1023 1023 1023|0 0 0|204.6 0 613.8", "65535 65535 65535|0 0 0|13107 0 39321"}) {
+        Rows all;
+        std::string text = rows;
+        for (std::size_t end = text.find('|'); end != std::string::npos; end = text.find('|')) {
+            all.push_back(text.substr(0, end));
+            text.erase(0, end + 1);
+        }
+        all.push_back(text);
+        const Pairing pairing =
+            paired(measured(kRgb, all), reference(kRgb, {"0 0 0", "51 0 153", "255 255 255"}));
+        EXPECT_EQ(pairsOf(pairing), "0-2 1-0 2-1");
+        EXPECT_THAT(findingsOf(pairing, Kind::deviceScale),
+                    ElementsAre(HasSubstr("measured.txt: the RGB values are taken to be on a scale of 0 to " +
+                                          all[0].substr(0, all[0].find(' '))),
+                                HasSubstr("0 to 255")));
+    }
+}
+
+TEST(pairing, darkPatchesOfAChartOf16Bits_areReadOnItsScale) {
+    EXPECT_EQ(pairsOf(paired(measured(kRgb, {"0 0 0", "300 300 300", "9000 40 7"}),
+                             reference(kRgb, {"65535 65535 65535", "9000 40 7", "300 300 300"}))),
+              "1-2 2-1");
+}
+
+TEST(pairing, rowsBeyondTheScaleOfTheOthers_areLeftOut_whichIsWarnedOf) {
+    for (const char* const wrong : {"40 0 0 -1", "40 0 0 900"}) {
+        const Pairing pairing = paired(measured(kCmyk, {"0 0 0 0", "100 0 0 0", wrong}),
+                                       reference(kCmyk, {"100 0 0 0", "40 0 0 0", "0 0 0 0"}));
+        EXPECT_EQ(pairsOf(pairing), "0-2 1-0");
+        EXPECT_EQ(pairing.unusedMeasured, 1);
+        EXPECT_EQ(pairing.unusedReference, 1);
+        EXPECT_THAT(
+            findingsOf(pairing, Kind::deviceScale),
+            ElementsAre("!measured.txt: the CMYK values of 1 of 3 samples do not lie within 0 to 100, "
+                        "the first in row 3 (CMYK " +
+                        std::string(wrong) + "); left out, correct them to have them compared"));
+    }
+}
+
+TEST(pairing, deviceValuesOnNoScale_giveWayToIdentifiers_whichIsWarnedOf) {
+    const std::string fields = std::string("SAMPLE_ID ") + kRgb;
+    const Pairing pairing =
+        paired(measured(fields, {"a 4095 0 0", "b 4000 0 0"}), reference(fields, {"b 250 0 0", "a 255 0 0"}));
+    EXPECT_EQ(pairing.by, "SAMPLE_ID");
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-0");
+    EXPECT_THAT(
+        findingsOf(pairing, Kind::deviceScale),
+        ElementsAre(AllOf(HasSubstr("!measured.txt: row 1, column \"RGB_R\" (number 2): the device value "
+                                    "4095 is on none of the scales"),
+                          HasSubstr("the RGB values are not used"))));
+}
+
+// Of 0 to 100, or dark ones of 0 to 255.
+TEST(pairing, twoScalesThatPairAsMany_areToldWhereColoursDoNotDecide) {
+    const OwnedChart strip = measured(kRgb, {"0 0 0", "100 100 100"});
+    const OwnedChart chart = reference(kRgb, {"0 0 0", "100 100 100", "255 255 255"});
+    const Pairing pairing = paired(strip, chart);
+    EXPECT_EQ(pairsOf(pairing), "0-0 1-1");
+    EXPECT_THAT(
+        findingsOf(pairing, Kind::deviceScale),
+        ElementsAre("!measured.txt: the RGB values are taken to be on a scale of 0 to 255, but as many "
+                    "samples would pair, with others, on one of 0 to 100; check the pairs, or pair by "
+                    "identifiers (--pair id)"));
+}
+
+Pairing pairedByColors(const Chart& left, const Chart& right, int rightRow, double otherwise) {
+    PairOptions options;
+    options.medianOf = [=](const std::vector<RowPair>& pairs) {
+        return pairs.back().reference.front() == rightRow ? 0.4 : otherwise;
+    };
+    return pairRows(left, right, options);
+}
+
+TEST(pairing, ofTwoScalesThatPairAsMany_theColoursTakeOne) {
+    const OwnedChart strip = measured(kRgb, {"0 0 0", "100 100 100"});
+    const OwnedChart chart = reference(kRgb, {"0 0 0", "100 100 100", "255 255 255"});
+    EXPECT_EQ(pairsOf(pairedByColors(strip, chart, 1, 20)), "0-0 1-1");
+    const Pairing pairing = pairedByColors(strip, chart, 2, 20);
+    EXPECT_EQ(pairsOf(pairing), "0-0 1-2");
+    EXPECT_THAT(
+        findingsOf(pairing, Kind::deviceScale),
+        ElementsAre("measured.txt: the RGB values are taken to be on a scale of 0 to 100, on which the "
+                    "colours agree far better than on one of 0 to 255",
+                    HasSubstr("reference.txt: the RGB values are taken to be on a scale of 0 to 255")));
+}
+
+// 20 is no value of the chart on a scale of 0 to 100.
+TEST(pairing, scaleThatPairsFewer_isTakenWhereColoursSayItClearly) {
+    const OwnedChart strip = measured(kRgb, {"0 0 0", "20 20 20", "100 100 100"});
+    const OwnedChart chart = reference(kRgb, {"0 0 0", "20 20 20", "100 100 100", "255 255 255"});
+    EXPECT_EQ(pairsOf(pairedByColors(strip, chart, 3, 7)), "0-0 2-3");
+    EXPECT_EQ(pairsOf(pairedByColors(strip, chart, 3, 2)), "0-0 1-1 2-2");
+}
+
 TEST(pairing, deviceValueThatIsNotFinite_isUnreadable) {
     const Refused refused =
         refusalOf(measured(kCmyk, {"0 0 0 0", "0 0 nan 0"}), reference(kCmyk, {"0 0 0 0", "0 0 0 0"}));
@@ -622,6 +783,61 @@ TEST(pairing, numbersThatAreNotUniqueAsNumbers_compareAsText) {
               "1-0");
 }
 
+TEST(pairing, identifiersOfOtherLetterCaseOrWithLeadingZeros_pair_whichIsNoted) {
+    const Pairing padded = paired(measured("SAMPLE_ID", {"A01", "A10", "B002"}),
+                                  reference("SAMPLE_ID", {"B2", "A10", "A1", "A100"}));
+    EXPECT_EQ(pairsOf(padded), "0-2 1-1 2-0");
+    EXPECT_THAT(findingsOf(padded, Kind::ambiguousSamples),
+                ElementsAre("SAMPLE_ID is compared without regard to letter case and leading zeros: \"A01\" "
+                            "and \"A1\" are taken for the same"));
+    EXPECT_EQ(pairsOf(paired(measured("SAMPLE_ID", {"a1", "b1"}), reference("SAMPLE_ID", {"B1", "A1"}))),
+              "0-1 1-0");
+}
+
+TEST(pairing, zerosWithinNumbersAndFractions_areNotLeading) {
+    EXPECT_EQ(pairsOf(paired(measured("SAMPLE_ID", {"A10", "B0", "x0.05"}),
+                             reference("SAMPLE_ID", {"x0.5", "B00", "A1", "A010"}))),
+              "0-3 1-1");
+}
+
+// "A1" and "a1" are two samples of the reference.
+TEST(pairing, letterCaseThatTellsSamplesApart_counts) {
+    EXPECT_EQ(
+        pairsOf(paired(measured("SAMPLE_ID", {"a1", "b01"}), reference("SAMPLE_ID", {"A1", "a1", "b1"}))),
+        "0-1");
+}
+
+TEST(pairing, identifierAskedFor_isTakenAlone) {
+    const char* const fields = "SAMPLE_ID SAMPLE_NAME";
+    const OwnedChart left = measured(fields, {"1 A", "2 B"});
+    const OwnedChart right = reference(fields, {"1 B", "2 A"});
+    PairOptions options;
+    options.choice = PairChoice::identifiers;
+    options.identifier = "SAMPLE_NAME";
+    const Pairing pairing = pairRows(left, right, options);
+    EXPECT_EQ(pairing.by, "SAMPLE_NAME");
+    EXPECT_EQ(pairsOf(pairing), "0-1 1-0");
+    EXPECT_THAT(pairing.findings, IsEmpty());
+    options.identifier = "SAMPLE_LOC";
+    try {
+        pairRows(left, right, options);
+        ADD_FAILURE() << "the rows were paired";
+    } catch (const Refusal& refusal) {
+        EXPECT_THAT(refusal.what(), HasSubstr("the files do not both have SAMPLE_LOC"));
+    }
+}
+
+TEST(pairing, identifiersAreUnconfirmed_whereNoDeviceValuesAgree) {
+    const std::string fields = std::string("SAMPLE_ID ") + kCmyk;
+    const OwnedChart inks = measured(fields, {"1 0 0 0 0", "2 0 40 0 0"});
+    EXPECT_FALSE(paired(inks, inks, PairChoice::identifiers).isUnconfirmed);
+    EXPECT_FALSE(paired(inks, inks).isUnconfirmed);
+    EXPECT_TRUE(paired(inks, reference("SAMPLE_ID", {"1", "2"})).isUnconfirmed);
+    const OwnedChart blank = measured(fields, {"1 0 0 0 0", "2 0 0 0 0"});
+    EXPECT_TRUE(paired(blank, blank).isUnconfirmed);
+    EXPECT_TRUE(paired(blank, blank, PairChoice::identifiers).isUnconfirmed);
+}
+
 TEST(pairing, doubledIdentifiers_giveWayToTheNext) {
     const char* const fields = "SAMPLE_ID SAMPLE_NAME";
     const Pairing pairing = paired(measured(fields, {"x a", "x b"}), reference(fields, {"1 b", "2 a"}));
@@ -725,7 +941,14 @@ TEST(pairing, deviceValuesThatCannotBeUsed_doNotKeepTheOrderFromPairing) {
 
 // Rules.
 
-TEST(possibleRules, areThoseThatPairAnyRow) {
+std::vector<PairRule> possibleRules(const Chart& left, const Chart& right) {
+    std::vector<PairRule> rules;
+    for (const Pairing& pairing : possiblePairings(left, right))
+        rules.push_back(pairing.rule);
+    return rules;
+}
+
+TEST(possiblePairings, areThoseThatPairAnyRow) {
     const std::string fields = std::string("SAMPLE_ID ") + kCmyk;
     const Rows two = {"1 0 0 0 0", "2 0 0 0 99"};
     EXPECT_THAT(possibleRules(measured(fields, two), reference(fields, two)),
@@ -735,6 +958,15 @@ TEST(possibleRules, areThoseThatPairAnyRow) {
     EXPECT_THAT(possibleRules(measured(fields, two), reference(kCmyk, {"0 0 0 0"})),
                 ElementsAre(PairRule::deviceValues));
     EXPECT_THAT(possibleRules(measured("LAB_L", {"1"}), reference("LAB_L", {"1", "2"})), IsEmpty());
+}
+
+TEST(possiblePairings, nameEachIdentifier) {
+    const char* const fields = "SAMPLE_NAME SAMPLE_ID";
+    const OwnedChart chart = measured(fields, {"A 7", "B 8"});
+    Rows names;
+    for (const Pairing& pairing : possiblePairings(chart, chart))
+        names.push_back(pairing.by);
+    EXPECT_THAT(names, ElementsAre("SAMPLE_ID", "SAMPLE_NAME", "order"));
 }
 
 TEST(identifierColumn, isTheFirstOfItsKind) {

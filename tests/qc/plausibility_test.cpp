@@ -665,7 +665,7 @@ TEST(plausibility, chartWithoutPaper_isLetPass) {
 }
 
 TEST(plausibility, paperOfRgbIsFullLight_onEveryScale) {
-    for (const double full : {1.0, 100.0, 255.0}) {
+    for (const double full : {1.0, 1.005, 100.0, 100.5, 255.0, 255.5, 1023.0, 65535.0}) {
         const Inspected chart(kRgbLabFields,
                               {{full, full, full, 40, 0, 0}, {0, 0, 0, 95, 0, 0}, {full, 0, 0, 45, 60, 40}});
         const std::vector<Finding> findings = chart.findInLab();

@@ -70,9 +70,14 @@ std::optional<qc::ColorSource> sourceOf(const std::string& text) {
 qc::PairChoice pairChoiceOf(const std::string& text) {
     if (text == "device")
         return qc::PairChoice::deviceValues;
-    if (text == "id")
-        return qc::PairChoice::identifiers;
-    return text == "order" ? qc::PairChoice::order : qc::PairChoice::automatic;
+    if (text == "order")
+        return qc::PairChoice::order;
+    return text == "auto" ? qc::PairChoice::automatic : qc::PairChoice::identifiers;
+}
+
+// "id" stands for whichever identifier pairs first.
+std::string identifierOf(const std::string& text) {
+    return pairChoiceOf(text) == qc::PairChoice::identifiers && text != "id" ? text : "";
 }
 
 int wholeNumberOf(const std::string& option, const std::string& text, int least) {
@@ -128,8 +133,11 @@ void defineDiff(CLI::App& diff, DiffOptions& options, Texts& texts) {
     diff.add_option("--formula", options.comparison.formula, "see below")
         ->capture_default_str()
         ->type_name("NAME");
-    wordOption(diff, "--pair", texts.pair, {"auto", "device", "id", "order"}, "auto|device|id|order",
-               "pair rows by device values, by identifiers or in their order");
+    wordOption(diff, "--pair", texts.pair,
+               {"auto", "device", "id", "order", "SampleID", "SAMPLE_ID", "SAMPLE_NAME", "SAMPLE_LOC"},
+               "auto|device|id|order",
+               "pair rows by device values, by identifiers (SAMPLE_ID, SAMPLE_NAME ...: by that one) or in "
+               "their order");
     diff.add_flag("--force", options.comparison.force, "compare also what declares different conditions");
     wordOption(diff, "--measured-as", texts.measuredAs, sources, "auto|spectra|lab|xyz",
                "what to take from MEASURED");
@@ -211,6 +219,7 @@ int parseAndRun(int argc, const char* const* argv) {
     if (*lint)
         return runLint(lintOptions);
     diffOptions.comparison.pair = pairChoiceOf(texts.pair);
+    diffOptions.comparison.identifier = identifierOf(texts.pair);
     diffOptions.comparison.measuredAs = sourceOf(texts.measuredAs);
     diffOptions.comparison.referenceAs = sourceOf(texts.referenceAs);
     diffOptions.table = wholeNumberOf("--table", texts.table, 1);
