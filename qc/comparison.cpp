@@ -315,6 +315,7 @@ private:
 
     double medianOf(const std::vector<RowPair>& pairs) const {
         std::vector<double> totals;
+        totals.reserve(pairs.size());
         for (const RowPair& pair : pairs)
             totals.push_back(difference(samples[static_cast<std::size_t>(pair.measured)],
                                         meanOf(standards, pair.reference), result.formula.id)
