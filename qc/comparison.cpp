@@ -13,6 +13,7 @@
 #include "qc/illuminants.h"
 #include "qc/lab_rows.h"
 #include "qc/observers.h"
+#include "qc/other_readings.h"
 #include "qc/pairing.h"
 #include "qc/plausibility.h"
 #include "qc/printable_text.h"
@@ -179,10 +180,20 @@ private:
                                              ? labOfXyzBeside(chart)
                                              : std::vector<Lab>();
         tell(findingsOnKind(chart));
-        tellUnmeasured(chart, lab);
         tell(chart.findings);
-        tell(implausibilities(chart, side.source, side.conditions, lab, fromXyz));
+        tell(implausibilities(chart, side.source, side.conditions, lab, fromXyz, whiteOf(side)));
         return lab;
+    }
+
+    // Null where the Lab of a side holds for other conditions or for none that are known.
+    const Conditions* conditionsOfLab(const Side& side) const {
+        return isOfChosenConditions(side) ? weighting.get() : nullptr;
+    }
+
+    // X, Y and Z with Y = 100; zeros where it is not known.
+    std::array<double, 3> whiteOf(const Side& side) const {
+        const Conditions* own = conditionsOfLab(side);
+        return own == nullptr ? std::array<double, 3>{} : own->publishedWhite();
     }
 
     // Compared by force, a side may declare others; the chosen white is not that of its XYZ then.
@@ -192,20 +203,6 @@ private:
         };
         return isChosen(side.conditions.illuminant, result.conditions.illuminant) &&
                isChosen(side.conditions.observer, result.conditions.observer);
-    }
-
-    // Rows of zeros among others.
-    void tellUnmeasured(const Chart& chart, const std::vector<Lab>& lab) {
-        const auto isNothing = [](const Lab& color) { return color == Lab{0.0, 0.0, 0.0}; };
-        const auto first = std::find_if(lab.begin(), lab.end(), isNothing);
-        const auto count = static_cast<std::size_t>(std::count_if(lab.begin(), lab.end(), isNothing));
-        if (count == 0 || count == lab.size())
-            return;
-        result.findings.push_back({count == 1 ? Finding::Severity::note : Finding::Severity::warning,
-                                   Finding::Kind::unmeasured,
-                                   placeOf(chart, static_cast<int>(first - lab.begin())) +
-                                       (count == 1 ? "" : " and " + countText(count - 1) + " more") +
-                                       ": Lab is 0 0 0, as of samples that were not measured"});
     }
 
     // Empty where the XYZ cannot be used, which is no matter for the Lab beside it.
@@ -241,6 +238,7 @@ private:
         tellOtherPairings();
         tellUnconfirmed();
         tellExchangedAxes();
+        tellOtherReadings();
         tell(doubtsOf(measured));
         tell(doubtsOf(reference));
         if (result.formula.remark != nullptr)
@@ -342,6 +340,14 @@ private:
                      detail::generalText(median, 3) + " instead of " +
                      detail::generalText(result.statistics.median, 3) +
                      "; check which side has its columns exchanged"});
+    }
+
+    void tellOtherReadings() {
+        tell(otherReadings({measured, result.measured.source, samples, conditionsOfLab(result.measured)},
+                           {reference, result.reference.source, standards, conditionsOfLab(result.reference)},
+                           result.pairing.pairs, [this](const Lab& sample, const Lab& standard) {
+                               return difference(sample, standard, result.formula.id).total;
+                           }));
     }
 
     // How to ask for it.

@@ -54,6 +54,16 @@ const char* nameOf(Finding::Kind kind) {
         return "paperNotLightest";
     case Finding::Kind::exchangedAxes:
         return "exchangedAxes";
+    case Finding::Kind::labScale:
+        return "labScale";
+    case Finding::Kind::otherWhite:
+        return "otherWhite";
+    case Finding::Kind::bandOrder:
+        return "bandOrder";
+    case Finding::Kind::otherHues:
+        return "otherHues";
+    case Finding::Kind::otherReading:
+        return "otherReading";
     }
     return "";
 }

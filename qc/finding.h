@@ -41,7 +41,12 @@ struct Finding {
         emission,         ///< light sources or displays
         expectedValues,   ///< colours of a target that are expected, not measured
         paperNotLightest, ///< the patch without ink
-        exchangedAxes     ///< a* and b*
+        exchangedAxes,    ///< a* and b*
+        labScale,         ///< Lab that is not on its scale
+        otherWhite,       ///< paper as on the white of another illuminant, or X and Z exchanged
+        bandOrder,        ///< bands in the opposite order
+        otherHues,        ///< than the device values say
+        otherReading      ///< values that agree with the other side when they are read in another way
     };
 
     Severity severity;

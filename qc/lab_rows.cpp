@@ -198,4 +198,22 @@ std::vector<Lab> labRows(const Chart& chart, ColorSource source, const Condition
     return result;
 }
 
+Lab labOfSpectrum(const Chart& chart, int row, const Conditions& conditions, const SpectralReading& reading) {
+    const std::vector<int> wavelengths = wavelengthsOf(chart);
+    std::vector<double> nanometres(wavelengths.begin(), wavelengths.end());
+    if (nanometres.size() > 1) {
+        const double shift = reading.shiftedBands * (nanometres[1] - nanometres[0]);
+        for (double& nanometre : nanometres)
+            nanometre += shift;
+    }
+    std::vector<double> values(wavelengths.size());
+    chart.document->GetSpectrum(chart.table, row, values.data());
+    if (reading.isReversed)
+        std::reverse(values.begin(), values.end());
+    const TSpectrum spectrum(nanometres.data(), static_cast<int>(values.size()), values.data());
+    if (spectrum.GetStatus() != 0)
+        throw std::bad_alloc();
+    return conditions.labOf(spectrum);
+}
+
 } // namespace qxcms::qc

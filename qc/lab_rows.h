@@ -27,4 +27,13 @@ std::vector<std::int32_t> columnsOf(const Chart& chart, ColorSource source);
 /// 1024 of them) and for any value that is not finite, with row and column.
 std::vector<Lab> labRows(const Chart& chart, ColorSource source, const Conditions* conditions);
 
+/// How else the bands of a chart may have to be read.
+struct SpectralReading {
+    bool isReversed;  ///< the first value belongs to the last wavelength
+    int shiftedBands; ///< by how many bands, to longer wavelengths
+};
+
+/// Lab of the spectrum of a row of a chart whose rows labRows() accepts.
+Lab labOfSpectrum(const Chart& chart, int row, const Conditions& conditions, const SpectralReading& reading);
+
 } // namespace qxcms::qc

@@ -11,6 +11,8 @@
 #include "base/number_text.h"
 #include "qc/device_values.h"
 #include "qc/printable_text.h"
+#include "qc/published_whites.h"
+#include "qc/relative_xyz.h"
 
 namespace qxcms::qc {
 
@@ -67,6 +69,34 @@ constexpr double kWholeLabError = 0.87;
 // What rounding makes of XYZ in percent of the white, in units of their last decimal: a half, more for the Z
 // of whites of low colour temperature.
 constexpr double kXyzRounding = 0.7;
+
+// Rounding and noise of dark samples bring a* and b* so far beyond what is possible.
+constexpr double kImpossibleTolerance = 5.0;
+constexpr double kLabOffset = 128.0; // of a* and b* in bytes
+constexpr double kPaperOffset = 16.0;
+// No light colour is as red and as yellow at once: the optimal colours of Y = 66 (L* 85) end far below.
+constexpr double kLightRow = 85.0;
+constexpr double kLargestLightAxis = 60.0;
+// No chart is as dark throughout.
+constexpr double kDarkChart = 2.0;
+
+// Papers, also those with much brightener or slightly toned ones, lie within these on their own white.
+constexpr double kLightPaper = 80.0;
+constexpr double kLargestPaperChroma = 15.0;
+constexpr double kLargestPaperA = 4.0;
+constexpr double kSmallestPaperB = -10.0;
+constexpr double kLargestPaperB = 6.0;
+
+// Papers absorb the violet, and none of them the far red; light material that is dyed blue stays below.
+constexpr int kVioletNm = 390;
+constexpr double kVioletShare = 1.25;
+constexpr double kReversiblePaper = 70.0;
+
+// Of hues that inks may have, and the hues of displays and prints.
+constexpr double kOtherHue = 60.0;
+
+// What conversions leave of a Lab of 0 0 0, with the slope of CIE 15 in four digits.
+constexpr double kNothing = 1e-5;
 
 // Fewer equal Lab or XYZ rows may be one colour measured again, rounded.
 constexpr int kFewestEqualRows = 4;
@@ -130,21 +160,6 @@ private:
     double worstShown = 0.0;
 };
 
-// Y of L*, on a white of Y = 100 (CIE 15).
-double luminanceOf(double lightness) {
-    constexpr double kLinearBelow = 8.0;
-    constexpr double kSlope = 903.2962962962963;
-    return lightness > kLinearBelow ? 100.0 * std::pow((lightness + 16.0) / 116.0, 3.0)
-                                    : 100.0 * lightness / kSlope;
-}
-
-// X, Y and Z of Lab in percent of their white (CIE 15).
-std::array<double, 3> relativeXyzOf(const Lab& lab) {
-    const double fy = (lab[0] + 16.0) / 116.0;
-    const auto percent = [](double f) { return luminanceOf(116.0 * f - 16.0); };
-    return {percent(fy + lab[1] / 500.0), percent(fy), percent(fy - lab[2] / 200.0)};
-}
-
 double distance(const Lab& left, const Lab& right) {
     return std::hypot(left[0] - right[0], left[1] - right[1], left[2] - right[2]);
 }
@@ -180,6 +195,11 @@ public:
     bool haveKnownColors() const {
         return rgb || inspected.header().GetColorKind() == TCgatsTableHeader::kCmyk ||
                inspected.header().GetColorKind() == TCgatsTableHeader::kNColors;
+    }
+
+    // Whether the columns themselves say so.
+    bool haveNamedColors() const {
+        return rgb || inspected.header().GetColorKind() == TCgatsTableHeader::kCmyk;
     }
 
     // Spot inks may be lighter than the paper (white ink) or of any hue.
@@ -261,6 +281,7 @@ public:
     const std::vector<int>& bands() const { return wavelengths; }
     bool areEqual() const { return allEqual && rows > 1; }
     bool areZero() const { return allZero; }
+    bool isZero(int row) const { return zeroRows[indexOf(row)]; }
     const RowsFound& negative() const { return below; }
     const RowsFound& large() const { return above; }
     double largest() const {
@@ -313,6 +334,7 @@ private:
 
     void inspect(int row, const std::vector<double>& values) {
         const auto [smallest, most] = std::minmax_element(values.begin(), values.end());
+        zeroRows.push_back(*smallest == 0.0 && *most == 0.0);
         if (*smallest < kSmallestFraction)
             below.add(row, -*smallest, *smallest);
         if (*most > kLargestFraction)
@@ -330,6 +352,7 @@ private:
     std::vector<Neighbours> neighbours;
     std::vector<double> largestOfRow;
     std::vector<bool> hasLine;
+    std::vector<bool> zeroRows;
     RowsFound below;
     RowsFound above;
     bool allEqual = true;
@@ -342,8 +365,9 @@ private:
 class Inspection {
 public:
     Inspection(const Chart& inspected, ColorSource comparedSource, const std::vector<Lab>& labOfRows,
-               const std::vector<Lab>& labOfXyz)
-        : chart(inspected), source(comparedSource), lab(labOfRows), labFromXyz(labOfXyz), inks(inspected) {
+               const std::vector<Lab>& labOfXyz, const std::array<double, 3>& ownWhite)
+        : chart(inspected), source(comparedSource), lab(labOfRows), labFromXyz(labOfXyz),
+          whiteOfLab(ownWhite), inks(inspected) {
         if (source == ColorSource::spectra)
             spectra.emplace(chart);
     }
@@ -358,9 +382,16 @@ public:
             inspectSpectra(isLight);
         else
             inspectEqualRows();
+        inspectUnmeasured();
+        if (source == ColorSource::lab)
+            inspectLabScale();
         inspectPaper();
+        if (!isLight)
+            inspectPaperColor();
         if (!inspectLabAgainstXyz() && source == ColorSource::lab)
             inspectHues();
+        if (!explainsHues())
+            inspectOtherHues();
         return findings;
     }
 
@@ -632,20 +663,215 @@ private:
 
     // --- Device values
 
-    void inspectPaper() {
+    struct Paper {
+        int row = -1; // of the lightest, -1 where there is none
+        int count = 0;
+    };
+
+    Paper findPaper() const {
+        Paper paper;
         if (!inks.areKnown())
-            return;
-        int papers = 0;
-        int paper = -1;
+            return paper;
         for (int row = 0; row < chart.rows(); ++row) {
             if (!inks.isPaper(row))
                 continue;
-            ++papers;
-            if (paper < 0 || lab[indexOf(row)][0] > lab[indexOf(paper)][0])
-                paper = row;
+            ++paper.count;
+            if (paper.row < 0 || lab[indexOf(row)][0] > lab[indexOf(paper.row)][0])
+                paper.row = row;
         }
-        if (paper >= 0)
-            inspectLighterThan(paper, papers);
+        return paper;
+    }
+
+    void inspectPaper() {
+        const Paper paper = findPaper();
+        if (paper.row >= 0)
+            inspectLighterThan(paper.row, paper.count);
+    }
+
+    std::string paperWords() const {
+        return inks.areLight() ? ", the patch of full red, green and blue" : ", the patch without ink";
+    }
+
+    void inspectPaperColor() {
+        const Paper paper = findPaper();
+        if (paper.row < 0)
+            return;
+        if (source == ColorSource::spectra)
+            inspectPaperSpectrum(paper.row);
+        else
+            inspectPaperWhite(paper.row);
+    }
+
+    void inspectPaperSpectrum(int row) {
+        const std::vector<int>& bands = spectra->bands();
+        if (bands.front() > kVioletNm || bands.back() < kLastNeededNm ||
+            lab[indexOf(row)][0] < kReversiblePaper)
+            return;
+        std::vector<double> values(bands.size());
+        chart.document->GetSpectrum(chart.table, row, values.data());
+        if (!(values.front() > kVioletShare * values.back()))
+            return;
+        tell(Kind::bandOrder, placeOf(chart, row) + paperWords() + ", reflects " + number(values.front()) +
+                                  " at " + std::to_string(bands.front()) + " nm, but only " +
+                                  number(values.back()) + " at " + std::to_string(bands.back()) +
+                                  " nm; check that the bands do not stand in the opposite order");
+    }
+
+    static bool isPaperColor(const Lab& color) {
+        return std::abs(color[1]) <= kLargestPaperA && color[2] >= kSmallestPaperB &&
+               color[2] <= kLargestPaperB;
+    }
+
+    void inspectPaperWhite(int row) {
+        const Lab& color = lab[indexOf(row)];
+        if (!(whiteOfLab[1] > 0.0) || color[0] < kLightPaper ||
+            !(std::hypot(color[1], color[2]) > kLargestPaperChroma))
+            return;
+        const std::string remedy = remedyForPaper(color);
+        if (!remedy.empty())
+            tell(Kind::otherWhite, placeOf(chart, row) + paperWords() + ", has a* " + number(color[1]) +
+                                       " and b* " + number(color[2]) + ", as " + remedy);
+    }
+
+    // Empty where nothing explains it.
+    std::string remedyForPaper(const Lab& color) const {
+        const std::array<double, 3> percent = relativeXyzOf(color);
+        const std::array<double, 3> xyz = {percent[0] * whiteOfLab[0] / 100.0, percent[1],
+                                           percent[2] * whiteOfLab[2] / 100.0};
+        const auto colorOn = [](double x, double y, double z, const std::array<double, 3>& other) {
+            return labOfRelativeXyz({100.0 * x / other[0], y, 100.0 * z / other[2]});
+        };
+        if (source == ColorSource::xyz && isPaperColor(colorOn(xyz[2], xyz[1], xyz[0], whiteOfLab)))
+            return "when X and Z are exchanged; check the columns XYZ_X and XYZ_Z";
+        const char* nearest = nullptr;
+        double least = 0.0;
+        for (const char* name : {"A", "C", "D50", "D55", "D65", "D75", "E"}) {
+            const Lab other = colorOn(xyz[0], xyz[1], xyz[2], *publishedWhite(name, false));
+            const double chroma = std::hypot(other[1], other[2]);
+            if (isPaperColor(other) && (nearest == nullptr || chroma < least)) {
+                nearest = name;
+                least = chroma;
+            }
+        }
+        return nearest == nullptr ? ""
+                                  : std::string("on the white of ") + nearest +
+                                        " instead of the one that it is read for; check the illuminant and "
+                                        "the white of the values";
+    }
+
+    // --- Rows without values
+
+    // Black, or as much of the other inks.
+    bool isFullInk(int row) const {
+        const std::vector<double> parts = inks.of(row);
+        const auto isFull = [&](std::size_t i) { return i < parts.size() && parts[i] >= kNearlyFull; };
+        return isFull(3) || (isFull(0) && isFull(1) && isFull(2)) || inks.useSpots(row);
+    }
+
+    bool isNothing(int row) const {
+        if (spectra)
+            return spectra->isZero(row);
+        const Lab& color = lab[indexOf(row)];
+        return std::all_of(color.begin(), color.end(), [](double v) { return std::abs(v) < kNothing; });
+    }
+
+    void inspectUnmeasured() {
+        int count = 0;
+        int first = -1;
+        for (int row = 0; row < chart.rows(); ++row) {
+            if (!isNothing(row))
+                continue;
+            ++count;
+            if (first < 0 && !(inks.areKnown() && isFullInk(row)))
+                first = row;
+        }
+        if (first < 0 || count == chart.rows())
+            return;
+        findings.push_back(
+            {count == 1 && !inks.areKnown() ? Severity::note : Severity::warning, Kind::unmeasured,
+             placeOf(chart, first) + (count == 1 ? "" : " and " + counted(count - 1) + " more") + ": " +
+                 nothingOf() + ", as of samples that were not measured"});
+    }
+
+    const char* nothingOf() const {
+        switch (source) {
+        case ColorSource::spectra:
+            return "the spectrum is 0 throughout";
+        case ColorSource::lab:
+            return "Lab is 0 0 0";
+        case ColorSource::xyz:
+            break;
+        }
+        return "XYZ is 0 0 0";
+    }
+
+    // --- Scale of Lab
+
+    void inspectLabScale() {
+        const RowsFound impossible = impossibleRows();
+        const RowsFound light = lightRowsFarOff();
+        if (impossible.rows() > 1 && 10 * impossible.rows() >= chart.rows())
+            tellLabScale(impossible, "no light gives (X or Z would be below 0)");
+        else if (!light.empty())
+            tellLabScale(light, "no light sample has");
+        else if (isDarkThroughout())
+            tell(Kind::labScale,
+                 fileAnd("L* is " + number(lightest()[0]) + " at most in " + counted(chart.rows()) +
+                         " rows, as of Lab on a scale of 0 to 1; check the scale, L* of white "
+                         "is 100"));
+    }
+
+    void tellLabScale(const RowsFound& rows, const std::string& why) {
+        const Lab& color = lab[indexOf(rows.worstRow())];
+        tell(Kind::labScale,
+             fileAnd(rows.words(chart) + ": Lab " + number(color[0]) + ' ' + number(color[1]) + ' ' +
+                     number(color[2]) + ", which " + why +
+                     (isShifted()
+                          ? "; all a* and b* look as if 128 had been added to them, so take it off again"
+                          : "; check the scale of L*, a* and b*")));
+    }
+
+    // Z is 0 at a b* of 200 / 116 times L*, X at an a* of -500 / 116 times L* (CIE 15).
+    RowsFound impossibleRows() const {
+        RowsFound found;
+        for (int row = 0; row < chart.rows(); ++row) {
+            const Lab& color = lab[indexOf(row)];
+            const double excess =
+                std::max(color[2] - 200.0 / 116.0 * color[0], -color[1] - 500.0 / 116.0 * color[0]);
+            if (excess > kImpossibleTolerance)
+                found.add(row, excess, excess);
+        }
+        return found;
+    }
+
+    RowsFound lightRowsFarOff() const {
+        RowsFound found;
+        for (int row = 0; row < chart.rows(); ++row) {
+            const Lab& color = lab[indexOf(row)];
+            const double least = std::min(color[1], color[2]);
+            if (least > kLargestLightAxis && (color[0] > kLightRow || (inks.areKnown() && inks.isPaper(row))))
+                found.add(row, least, least);
+        }
+        return found;
+    }
+
+    Lab lightest() const {
+        return *std::max_element(lab.begin(), lab.end(),
+                                 [](const Lab& left, const Lab& right) { return left[0] < right[0]; });
+    }
+
+    bool isShifted() const {
+        const Lab light = lightest();
+        return std::none_of(lab.begin(), lab.end(),
+                            [](const Lab& color) { return color[1] < 0.0 || color[2] < 0.0; }) &&
+               std::abs(light[1] - kLabOffset) <= kPaperOffset &&
+               std::abs(light[2] - kLabOffset) <= kPaperOffset;
+    }
+
+    bool isDarkThroughout() const {
+        const double most = lightest()[0];
+        return chart.rows() >= kFewestEqualRows && most > 0.0 && most <= kDarkChart &&
+               std::any_of(lab.begin(), lab.end(), [&](const Lab& color) { return color != lab.front(); });
     }
 
     // @param paper the row of the lightest of so many papers.
@@ -680,10 +906,10 @@ private:
         bool yellow;
         double hue; // of prints and displays alike, in degrees
     };
-    static constexpr Primary kPrimaries[] = {{"yellow", false, false, true, 92.0},
-                                             {"magenta", false, true, false, 345.0},
-                                             {"green", true, false, true, 150.0},
-                                             {"blue", true, true, false, 298.0}};
+    static constexpr Primary kPrimaries[] = {
+        {"yellow", false, false, true, 92.0}, {"magenta", false, true, false, 345.0},
+        {"green", true, false, true, 150.0},  {"blue", true, true, false, 298.0},
+        {"cyan", true, false, false, 225.0},  {"red", false, true, true, 35.0}};
     static constexpr double kHueTolerance = 40.0;
     static constexpr double kSmallestChroma = 20.0;
 
@@ -697,9 +923,16 @@ private:
         return true;
     }
 
-    static bool isNear(double hue, double expected) {
-        return std::abs(std::remainder(hue - expected, 360.0)) <= kHueTolerance;
+    static bool isNear(double hue, double expected, double tolerance = kHueTolerance) {
+        return std::abs(std::remainder(hue - expected, 360.0)) <= tolerance;
     }
+
+    // Of cyan and red the exchanged hue is near their own.
+    static bool showsExchange(const Primary& primary) {
+        return !isNear(90.0 - primary.hue, primary.hue, 2.0 * kHueTolerance);
+    }
+
+    static double hueOf(const Lab& color) { return std::atan2(color[2], color[1]) * 180.0 / std::acos(-1.0); }
 
     void inspectHues() {
         if (!inks.areKnown() || !inks.haveKnownColors())
@@ -710,9 +943,10 @@ private:
         for (int row = 0; row < chart.rows(); ++row) {
             const Lab& color = lab[indexOf(row)];
             const Primary* primary = primaryOf(row);
-            if (primary == nullptr || std::hypot(color[1], color[2]) < kSmallestChroma)
+            if (primary == nullptr || !showsExchange(*primary) ||
+                std::hypot(color[1], color[2]) < kSmallestChroma)
                 continue;
-            const double hue = std::atan2(color[2], color[1]) * 180.0 / std::acos(-1.0);
+            const double hue = hueOf(color);
             if (isNear(hue, primary->hue))
                 return;
             if (!isNear(hue, 90.0 - primary->hue))
@@ -732,6 +966,51 @@ private:
                  joined(names, ", ") +
                  ") have the hues of exchanged a* and b*, none its own; check the columns LAB_A and LAB_B "
                  "and those of the device values");
+    }
+
+    bool explainsHues() const {
+        return std::any_of(findings.begin(), findings.end(), [](const Finding& finding) {
+            return finding.kind == Kind::exchangedAxes || finding.kind == Kind::labScale ||
+                   finding.kind == Kind::otherWhite || finding.kind == Kind::bandOrder ||
+                   finding.kind == Kind::equalSpectra;
+        });
+    }
+
+    // One patch of its own hue is enough for a colour to have it.
+    void inspectOtherHues() {
+        if (!inks.areKnown() || !inks.haveNamedColors())
+            return;
+        std::vector<std::string> own;
+        std::vector<std::string> other;
+        std::string example;
+        const auto add = [](std::vector<std::string>& names, const char* name) {
+            if (std::find(names.begin(), names.end(), name) == names.end())
+                names.emplace_back(name);
+        };
+        for (int row = 0; row < chart.rows(); ++row) {
+            const Lab& color = lab[indexOf(row)];
+            const Primary* primary = primaryOf(row);
+            if (primary == nullptr || std::hypot(color[1], color[2]) < kSmallestChroma)
+                continue;
+            if (isNear(hueOf(color), primary->hue, kOtherHue)) {
+                add(own, primary->name);
+                continue;
+            }
+            add(other, primary->name);
+            if (example.empty())
+                example = placeOf(chart, row) + ", a " + primary->name +
+                          " patch by its device values, has a* " + number(color[1]) + " and b* " +
+                          number(color[2]);
+        }
+        const auto hasOwn = [&](const std::string& name) {
+            return std::find(own.begin(), own.end(), name) != own.end();
+        };
+        other.erase(std::remove_if(other.begin(), other.end(), hasOwn), other.end());
+        if (other.size() < 2 || 2 * own.size() > other.size())
+            return;
+        tell(Kind::otherHues, example + "; pure patches (" + joined(other, ", ") +
+                                  ") have quite other hues than their device values say; check that both "
+                                  "belong to the same rows, and the order of the columns and bands");
     }
 
     const Primary* primaryOf(int row) const {
@@ -803,6 +1082,7 @@ private:
     ColorSource source;
     const std::vector<Lab>& lab;
     const std::vector<Lab>& labFromXyz;
+    std::array<double, 3> whiteOfLab;
     Inks inks;
     std::optional<Spectra> spectra;
     std::vector<Finding> findings;
@@ -812,10 +1092,11 @@ private:
 
 std::vector<Finding> implausibilities(const Chart& chart, ColorSource source,
                                       const DocumentConditions& conditions, const std::vector<Lab>& lab,
-                                      const std::vector<Lab>& labFromXyz) {
+                                      const std::vector<Lab>& labFromXyz,
+                                      const std::array<double, 3>& white) {
     if (chart.rows() == 0)
         return {};
-    return Inspection(chart, source, lab, labFromXyz).run(conditions.isEmission);
+    return Inspection(chart, source, lab, labFromXyz, white).run(conditions.isEmission);
 }
 
 } // namespace qxcms::qc

@@ -2,6 +2,7 @@
 /// What speaks against the values of a chart before anything is computed from them. Internal.
 #pragma once
 
+#include <array>
 #include <vector>
 
 #include "qc/chart.h"
@@ -29,14 +30,25 @@ namespace qxcms::qc {
 ///   (CMYK, n-colour or RGB) say so and none contradicts, or where Lab agrees with XYZ then.
 /// - paperNotLightest: the lightest patch without ink (process colours all 0, RGB at the top of their scale)
 ///   is darker than another one by more than 0.5. Patches that use spot colours do not count.
+/// - unmeasured: rows whose Lab is 0 0 0 among others, unless their device values are those of full black or
+///   of full cyan, magenta and yellow; a note for one row of a chart without known device values.
+/// - labScale: Lab that cannot be meant: below 0 in X or Z in a tenth of the rows and more, of paper or other
+///   light rows a* and b* above 60, no L* above 2.
+/// - otherWhite: light paper whose colour is that of the white of another illuminant, or that has X and Z
+///   exchanged.
+/// - bandOrder: paper that reflects 380 nm much better than 700 nm, as in the opposite order.
+/// - otherHues: two and more of the six pure colours by the device values (CMYK or RGB) have quite another
+///   hue, and at most half as many their own; not told beside what explains it.
 ///
 /// Fluorescent paper whose reflectance rises above 1 is none of these. Device values on no known scale
 /// (deviceRange), with words among them or with a channel missing are left aside.
 /// @param source what is compared of the chart. @param lab the Lab of each row by `source`, from XYZ on the
 /// scale of their white. @param labFromXyz the Lab of each row by XYZ, on the white of its Lab; empty where
-/// the chart has none or `source` is xyz.
+/// the chart has none or `source` is xyz. @param white of `lab`, X, Y and Z with Y = 100; zeros where it is
+/// not known.
 std::vector<Finding> implausibilities(const Chart& chart, ColorSource source,
                                       const DocumentConditions& conditions, const std::vector<Lab>& lab,
-                                      const std::vector<Lab>& labFromXyz);
+                                      const std::vector<Lab>& labFromXyz,
+                                      const std::array<double, 3>& white = {});
 
 } // namespace qxcms::qc

@@ -1046,6 +1046,65 @@ TEST_F(soundFiles, fluorescentPaperInPercent_isAnsweredWithoutAWarning) {
     EXPECT_EQ(report["measured"]["spectra"]["percent"], true);
 }
 
+TEST_F(Mixup, bandsInTheOppositeOrder_areTold) {
+    const std::string measured = spectraAs("m.txt", kUsual, [](const Inks& inks) {
+        std::vector<double> values;
+        for (const int nm : kUsual.wavelengths())
+            values.insert(values.begin(), reflectanceOf(inks, nm));
+        return numbers(values.data(), values.size());
+    });
+    expectWarning({measured, spectra("r.txt")}, "spectral values of .*m\\.txt were in the opposite order");
+}
+
+TEST_F(Mixup, bandsShiftedByOne_areTold) {
+    const std::string measured = spectraAs("m.txt", kUsual, [](const Inks& inks) {
+        std::vector<double> values;
+        for (const int nm : kUsual.wavelengths())
+            values.push_back(reflectanceOf(inks, nm + 10));
+        return numbers(values.data(), values.size());
+    });
+    expectWarning({measured, spectra("r.txt")}, "spectral values of .*m\\.txt belonged to the next longer");
+}
+
+TEST_F(Mixup, exchangedXAndZ_areTold) {
+    const std::string measured = chart("m.txt", kPrintedXyz,
+                                       printed(smallChart(),
+                                               [](const Inks& inks) {
+                                                   const Triple xyz = xyzOf(labOf(inks));
+                                                   return numbers(Triple{xyz[2], xyz[1], xyz[0]});
+                                               }),
+                                       kUsualConditions);
+    expectWarning({measured, printedLabs("r.txt")}, "the patch without ink, .*X and Z are exchanged");
+    expectWarning({measured, printedLabs("r.txt")}, "XYZ values of .*m\\.txt had X and Z exchanged");
+}
+
+TEST_F(Mixup, xyzOfD65CalledD50_areTold) {
+    const std::string measured =
+        chart("m.txt", kPrintedXyz,
+              printed(smallChart(),
+                      [](const Inks& inks) {
+                          const Triple xyz = xyzOf(labOf(inks));
+                          return numbers(Triple{xyz[0] * 95.047 / 96.422, xyz[1], xyz[2] * 108.883 / 82.521});
+                      }),
+              kUsualConditions);
+    expectWarning({measured, printedLabs("r.txt")}, "as on the white of D65 instead");
+    expectWarning({measured, printedLabs("r.txt")}, "were on the white of D65");
+}
+
+TEST_F(Mixup, unmeasuredSpectraAndXyzOfZero_areTold) {
+    const auto isLeftOut = [](const Inks& inks) { return inks[0] == 20 || inks[0] == 50; };
+    const std::string dark = spectraAs("m.txt", kUsual, [&](const Inks& inks) {
+        return isLeftOut(inks) ? spectrum(inks, kUsual, 0) : spectrum(inks, kUsual);
+    });
+    expectWarning({dark, spectra("r.txt")}, "spectrum is 0 throughout");
+    const std::string none =
+        chart("n.txt", kPrintedXyz,
+              printed(smallChart(),
+                      [&](const Inks& inks) { return numbers(xyzOf(labOf(inks)), isLeftOut(inks) ? 0 : 1); }),
+              kUsualConditions);
+    expectWarning({none, printedLabs("l.txt")}, "XYZ is 0 0 0");
+}
+
 TEST_F(soundFiles, stripCutFromAChartAndShuffled_pairsCompletely) {
     const std::vector<Inks> whole = fullChart();
     std::vector<Inks> strip;

@@ -1,6 +1,7 @@
 // What is told about values that cannot be meant, and what is let pass.
 #include "qc/plausibility.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -779,7 +780,8 @@ TEST(plausibility, huesOfSpectra_areNotTakenForExchanged) {
     std::vector<Values> rows = {{0, 0, 100, 0}, {0, 100, 0, 0}};
     for (Values& row : rows)
         row.resize(4 + kBands, 0.4 + row[1] / 1000);
-    EXPECT_THAT(Inspected(fields, rows).find(ColorSource::spectra, {{89, 93, -5}, {48, -3, 74}}), IsEmpty());
+    EXPECT_THAT(kindsOf(Inspected(fields, rows).find(ColorSource::spectra, {{89, 93, -5}, {48, -3, 74}})),
+                ElementsAre(Finding::Kind::otherHues));
 }
 
 // --- Lab against XYZ
@@ -853,6 +855,152 @@ TEST(plausibility, spectraBesideXyzOfOtherConditions_areLetPass) {
     EXPECT_THAT(Inspected(fields, rows)
                     .find(ColorSource::spectra, {{51.8, 0, 0}, {37.8, 0, 0}}, {{51.8, 5, 0}, {37.8, 5, 0}}),
                 IsEmpty());
+}
+
+// --- Scale of Lab
+
+std::vector<Values> withLab(std::vector<Values> rows, double factor, double lightnessFactor, double offset) {
+    for (Values& row : rows) {
+        const std::size_t last = row.size() - 1;
+        row[last - 2] *= lightnessFactor;
+        row[last - 1] = row[last - 1] * factor + offset;
+        row[last] = row[last] * factor + offset;
+    }
+    return rows;
+}
+
+TEST(plausibility, axesWith128Added_areTold) {
+    const std::vector<Finding> findings = Inspected(kCmykLabFields, withLab(kPrint, 1, 1, 128)).findInLab();
+    ASSERT_THAT(kindsOf(findings), ElementsAre(Finding::Kind::labScale));
+    EXPECT_EQ(findings[0].severity, Finding::Severity::warning);
+    EXPECT_THAT(findings[0].text, HasSubstr("128 had been added"));
+}
+
+// Z of b* 128 needs L* 74 and more: 116 / 200 * 128.
+TEST(plausibility, lightRowsWith128Added_areToldWithoutInks) {
+    const std::vector<Finding> findings =
+        Inspected(kLabFields, {{90, 130, 125}, {88, 120, 135}, {80, 128, 128}}).findInLab();
+    ASSERT_THAT(kindsOf(findings), ElementsAre(Finding::Kind::labScale));
+    EXPECT_THAT(findings[0].text, testing::StartsWith("chart.txt: row 1 and 1 more of 3, most in row 1"));
+}
+
+TEST(plausibility, paperWithBothAxesFarOff_isTold) {
+    EXPECT_THAT(
+        kindsOf(Inspected(kCmykLabFields, {{0, 0, 0, 0, 80, 75, 70}, {0, 0, 0, 100, 70, 1, 2}}).findInLab()),
+        testing::Contains(Finding::Kind::labScale));
+}
+
+TEST(plausibility, labDividedBy100_isTold) {
+    const std::vector<Finding> findings =
+        Inspected(kCmykLabFields, withLab(kPrint, 0.01, 0.01, 0)).findInLab();
+    ASSERT_THAT(kindsOf(findings), ElementsAre(Finding::Kind::labScale));
+    EXPECT_THAT(findings[0].text, HasSubstr("L* is 0.95 at most in 8 rows"));
+}
+
+TEST(plausibility, orangesAndNoisyBlacks_areLetPass) {
+    EXPECT_THAT(Inspected(kLabFields, {{72, 70, 85}, {68, 75, 90}, {0.4, 2, 3}, {1, -3, 5}}).findInLab(),
+                IsEmpty());
+}
+
+// b* of 93 at L* 12 lies beyond 200 / 116 * 12 = 20.7.
+TEST(plausibility, oneImpossibleRowOfEight_isLetPass) {
+    std::vector<Values> rows = kPrint;
+    rows[6] = {0, 0, 0, 100, 12, 0, 93};
+    EXPECT_THAT(Inspected(kCmykLabFields, rows).findInLab(), IsEmpty());
+    rows.push_back({0, 0, 0, 90, 14, 0, 93});
+    EXPECT_THAT(kindsOf(Inspected(kCmykLabFields, rows).findInLab()), ElementsAre(Finding::Kind::labScale));
+}
+
+// --- White of paper
+
+constexpr std::array<double, 3> kWhiteOfD50 = {96.422, 100.0, 82.521};
+
+Kinds kindsOfPaper(ColorSource source, const Lab& paper, const std::array<double, 3>& white = kWhiteOfD50) {
+    const Inspected chart(kCmykLabFields,
+                          {{0, 0, 0, 0, 95, 0, -2}, {0, 0, 0, 100, 16, 0, 0}, {50, 0, 0, 0, 60, -20, -25}});
+    return kindsOf(
+        qc::implausibilities(chart.chart(), source, {}, {paper, {16, 0, 0}, {60, -20, -25}}, {}, white));
+}
+
+// Paper of L* 95 (Y 87.6) and X, Y, Z proportional to the white of D65, on that of D50: fy 0.9569, X/Xn is
+// 0.876 * 95.047 / 96.422, Z/Zn 0.876 * 108.883 / 82.521; a* = 500 * (0.9523 - 0.9569), b* = 200 * (0.9569
+// - 1.0495).
+TEST(plausibility, paperOfD65ReadForD50_isTold) {
+    EXPECT_THAT(kindsOfPaper(ColorSource::lab, {95, -2.3, -18.5}), ElementsAre(Finding::Kind::otherWhite));
+    EXPECT_THAT(kindsOfPaper(ColorSource::lab, {95, -2.3, -18.5}, {}), IsEmpty());
+}
+
+TEST(plausibility, brightenedAndCreamPapers_areLetPass) {
+    EXPECT_THAT(kindsOfPaper(ColorSource::lab, {95, 3, -13}), IsEmpty());
+    EXPECT_THAT(kindsOfPaper(ColorSource::lab, {90, 2, 20}), IsEmpty());
+    EXPECT_THAT(kindsOfPaper(ColorSource::lab, {65, 7, 20}), IsEmpty());
+}
+
+// The same paper with X and Z exchanged: X/Xn is 0.876 * 82.521 / 96.422, Z/Zn 0.876 * 96.422 / 82.521.
+TEST(plausibility, paperWithXAndZExchanged_isTold) {
+    EXPECT_THAT(kindsOfPaper(ColorSource::lab, {95, -24.2, -10.2}), IsEmpty());
+    std::vector<std::string> fields = {"CMYK_C", "CMYK_M", "CMYK_Y", "CMYK_K", "XYZ_X", "XYZ_Y", "XYZ_Z"};
+    const Inspected exchangedChart(fields, {{0, 0, 0, 0, 72.3, 87.6, 84.5}, {0, 0, 0, 100, 2, 2, 2}});
+    const std::vector<Finding> findings = qc::implausibilities(
+        exchangedChart.chart(), ColorSource::xyz, {}, {{95, -24.2, -10.2}, {15, 0, 0}}, {}, kWhiteOfD50);
+    ASSERT_THAT(kindsOf(findings), ElementsAre(Finding::Kind::otherWhite));
+    EXPECT_THAT(findings[0].text, HasSubstr("X and Z are exchanged"));
+}
+
+// --- Order of the bands
+
+TEST(plausibility, paperThatReflectsVioletBetterThanRed_isTold) {
+    std::vector<std::string> fields = spectralFields(380, 730, 10);
+    Values paper = {0, 0, 0, 0};
+    for (int band = 0; band < 36; ++band)
+        paper.push_back(band < 4 ? 0.45 + 0.1 * band : 0.88);
+    Values black(40, 0.02);
+    std::fill(black.begin(), black.begin() + 3, 0.0);
+    black[3] = 100;
+    fields.insert(fields.begin(), {"CMYK_C", "CMYK_M", "CMYK_Y", "CMYK_K"});
+    const std::vector<Lab> lab = {{95, 0, 1}, {15, 0, 0}};
+    EXPECT_THAT(Inspected(fields, {paper, black}).find(ColorSource::spectra, lab), IsEmpty());
+    std::reverse(paper.begin() + 4, paper.end());
+    EXPECT_THAT(kindsOf(Inspected(fields, {paper, black}).find(ColorSource::spectra, lab)),
+                ElementsAre(Finding::Kind::bandOrder));
+}
+
+// --- Hues
+
+TEST(plausibility, coloursOfOtherColumns_areTold) {
+    std::vector<Values> rows = kPrint;
+    for (Values& row : rows)
+        std::swap(row[0], row[2]);
+    const std::vector<Finding> findings = Inspected(kCmykLabFields, rows).findInLab();
+    ASSERT_THAT(kindsOf(findings), ElementsAre(Finding::Kind::otherHues));
+    EXPECT_THAT(findings[0].text, HasSubstr("row 1, a yellow patch by its device values, has a* -37"));
+}
+
+TEST(plausibility, oneColourOfAnotherHue_isLetPass) {
+    std::vector<Values> rows = kPrint;
+    rows[0][5] = 40;
+    EXPECT_THAT(Inspected(kCmykLabFields, rows).findInLab(), IsEmpty());
+}
+
+// --- Rows of zeros
+
+TEST(plausibility, rowsOfZerosButFullInk_areTold) {
+    std::vector<Values> rows = kPrint;
+    rows[6] = {0, 0, 0, 100, 0, 0, 0};
+    EXPECT_THAT(Inspected(kCmykLabFields, rows).findInLab(), IsEmpty());
+    rows[5] = {100, 100, 0, 0, 0, 0, 0};
+    const std::vector<Finding> findings = Inspected(kCmykLabFields, rows).findInLab();
+    ASSERT_THAT(kindsOf(findings), ElementsAre(Finding::Kind::unmeasured));
+    EXPECT_EQ(findings[0].severity, Finding::Severity::warning);
+    EXPECT_THAT(findings[0].text, testing::StartsWith("chart.txt: row 6 and 1 more: Lab is 0 0 0"));
+}
+
+TEST(plausibility, spectraOfZerosAmongOthers_areTold) {
+    const std::vector<Finding> findings =
+        spectralChart({flat(0.5), flat(0), flat(0), flat(0.1)}).findInSpectra();
+    ASSERT_THAT(kindsOf(findings), ElementsAre(Finding::Kind::unmeasured));
+    EXPECT_THAT(findings[0].text,
+                testing::StartsWith("chart.txt: row 2 and 1 more: the spectrum is 0 throughout"));
 }
 
 // --- Real and shipped charts
