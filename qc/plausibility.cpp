@@ -87,12 +87,15 @@ constexpr double kLargestPaperA = 4.0;
 constexpr double kSmallestPaperB = -10.0;
 constexpr double kLargestPaperB = 6.0;
 
+// Much brightener comes near the difference of D50, D55 and E.
+constexpr const char* kFarWhites[] = {"A", "C", "D50", "D65", "D75"};
+
 // Papers absorb the violet, and none of them the far red; light material that is dyed blue stays below.
 constexpr int kVioletNm = 390;
 constexpr double kVioletShare = 1.25;
 constexpr double kReversiblePaper = 70.0;
 
-// Of hues that inks may have, and the hues of displays and prints.
+// Further than the pure colours of one kind of prints or displays lie from those of another, in degrees.
 constexpr double kOtherHue = 60.0;
 
 // What conversions leave of a Lab of 0 0 0, with the slope of CIE 15 in four digits.
@@ -745,7 +748,7 @@ private:
             return "when X and Z are exchanged; check the columns XYZ_X and XYZ_Z";
         const char* nearest = nullptr;
         double least = 0.0;
-        for (const char* name : {"A", "C", "D50", "D55", "D65", "D75", "E"}) {
+        for (const char* name : kFarWhites) {
             const Lab other = colorOn(xyz[0], xyz[1], xyz[2], *publishedWhite(name, false));
             const double chroma = std::hypot(other[1], other[2]);
             if (isPaperColor(other) && (nearest == nullptr || chroma < least)) {

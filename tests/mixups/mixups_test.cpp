@@ -1,5 +1,6 @@
 // Files that do not belong together, as people mix them up: each is refused or comes with a word about it,
 // and what only looks like a mix-up does not.
+#include <cmath>
 #include <functional>
 
 #include <gmock/gmock.h>
@@ -1056,14 +1057,20 @@ TEST_F(Mixup, bandsInTheOppositeOrder_areTold) {
     expectWarning({measured, spectra("r.txt")}, "spectral values of .*m\\.txt were in the opposite order");
 }
 
+// Broad peaks between 450 and 650 nm, where a shift of 10 nm shows.
 TEST_F(Mixup, bandsShiftedByOne_areTold) {
-    const std::string measured = spectraAs("m.txt", kUsual, [](const Inks& inks) {
-        std::vector<double> values;
-        for (const int nm : kUsual.wavelengths())
-            values.push_back(reflectanceOf(inks, nm + 10));
-        return numbers(values.data(), values.size());
-    });
-    expectWarning({measured, spectra("r.txt")}, "spectral values of .*m\\.txt belonged to the next longer");
+    const auto shiftedBy = [this](const std::string& name, int shift) {
+        return spectraAs(name, kUsual, [shift](const Inks& inks) {
+            std::vector<double> values;
+            for (const int nm : kUsual.wavelengths()) {
+                const double offset = (nm + shift - 450 - 2 * inks[0]) / 40;
+                values.push_back(0.1 + (0.7 - inks[3] / 200) * std::exp(-offset * offset));
+            }
+            return numbers(values.data(), values.size());
+        });
+    };
+    expectWarning({shiftedBy("m.txt", 10), shiftedBy("r.txt", 0)},
+                  "spectral values of .*m\\.txt belonged to the next longer");
 }
 
 TEST_F(Mixup, exchangedXAndZ_areTold) {

@@ -932,6 +932,7 @@ TEST(plausibility, paperOfD65ReadForD50_isTold) {
 
 TEST(plausibility, brightenedAndCreamPapers_areLetPass) {
     EXPECT_THAT(kindsOfPaper(ColorSource::lab, {95, 3, -13}), IsEmpty());
+    EXPECT_THAT(kindsOfPaper(ColorSource::lab, {95, 3, -15.5}), IsEmpty());
     EXPECT_THAT(kindsOfPaper(ColorSource::lab, {90, 2, 20}), IsEmpty());
     EXPECT_THAT(kindsOfPaper(ColorSource::lab, {65, 7, 20}), IsEmpty());
 }
