@@ -25,10 +25,11 @@ public:
     explicit operator bool() const { return content.index() == 0; }
     bool hasValue() const { return content.index() == 0; }
 
-    /// The value; only where there is one, which is asserted. A temporary gives it away.
+    /// The value; only where there is one, which is asserted. A temporary gives it away by value, so that a
+    /// loop over a part of it keeps it.
     const T& operator*() const& { return *kept(*this); }
     T& operator*() & { return *kept(*this); }
-    T&& operator*() && { return std::move(*kept(*this)); }
+    T operator*() && { return std::move(*kept(*this)); }
     const T* operator->() const& { return kept(*this); }
     T* operator->() & { return kept(*this); }
     /// What a temporary points at would be gone.
@@ -39,7 +40,7 @@ public:
     /// @throws Refusal where there is none.
     const T& value() const& { return *required(*this); }
     T& value() & { return *required(*this); }
-    T&& value() && { return std::move(*required(*this)); }
+    T value() && { return std::move(*required(*this)); }
 
     /// Why there is no value; only where there is none, which is asserted.
     const Refusal& refusal() const {

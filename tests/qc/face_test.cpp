@@ -7,6 +7,9 @@
 #include <regex>
 #include <set>
 #include <sstream>
+#include <type_traits>
+#include <utility>
+#include <vector>
 
 #include <gmock/gmock.h>
 
@@ -69,6 +72,27 @@ std::set<std::string> includesOf(const std::string& header) {
     for (std::sregex_iterator found(text.begin(), text.end(), include), last; found != last; ++found)
         names.insert((*found)[1]);
     return names;
+}
+
+// What a result gives away.
+
+struct Listed {
+    std::vector<int> numbers;
+};
+
+Result<Listed> listed() {
+    return Listed{std::vector<int>(1000, 7)};
+}
+
+TEST(faceResults, givenAwayByATemporary_areValues) {
+    static_assert(std::is_same_v<decltype(*std::declval<Result<Listed>>()), Listed>);
+    static_assert(std::is_same_v<decltype(std::declval<Result<Listed>>().value()), Listed>);
+    int sum = 0;
+    for (const int number : (*listed()).numbers)
+        sum += number;
+    for (const int number : listed().value().numbers)
+        sum += number;
+    EXPECT_EQ(sum, 14000);
 }
 
 // What programs see.
