@@ -1,0 +1,107 @@
+#include "qc/missing_values.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "qc/finding_words.h"
+
+namespace qxcms::qc {
+
+namespace {
+
+// Fewer equal Lab or XYZ rows may be one colour measured again, rounded.
+constexpr int kFewestEqualRows = 4;
+
+// What conversions leave of a Lab of 0 0 0, with the slope of CIE 15 in four digits.
+constexpr double kNothing = 1e-5;
+
+bool areEqual(const Inspected& inspected) {
+    if (inspected.spectra)
+        return inspected.spectra->areEqual();
+    const std::vector<Lab>& lab = inspected.lab;
+    return inspected.chart.rows() >= kFewestEqualRows &&
+           std::all_of(lab.begin(), lab.end(), [&](const Lab& row) { return row == lab.front(); });
+}
+
+bool areZero(const Inspected& inspected) {
+    if (inspected.spectra)
+        return inspected.spectra->areZero();
+    const Lab& first = inspected.lab.front();
+    return std::all_of(first.begin(), first.end(), [](double v) { return v == 0.0; });
+}
+
+const char* nameOfOne(ColorSource source) {
+    switch (source) {
+    case ColorSource::spectra:
+        return "spectrum";
+    case ColorSource::lab:
+        return "Lab";
+    case ColorSource::xyz:
+        break;
+    }
+    return "XYZ";
+}
+
+// Black, or as much of the other inks.
+bool isFullInk(const Inks& inks, int row) {
+    const std::vector<double> parts = inks.of(row);
+    const auto isFull = [&](std::size_t i) { return i < parts.size() && parts[i] >= kNearlyFullInk; };
+    return isFull(3) || (isFull(0) && isFull(1) && isFull(2)) || inks.useSpots(row);
+}
+
+bool isNothing(const Inspected& inspected, int row) {
+    if (inspected.spectra)
+        return inspected.spectra->isZero(row);
+    const Lab& color = inspected.labOf(row);
+    return std::all_of(color.begin(), color.end(), [](double v) { return std::abs(v) < kNothing; });
+}
+
+const char* nothingOf(ColorSource source) {
+    switch (source) {
+    case ColorSource::spectra:
+        return "the spectrum is 0 throughout";
+    case ColorSource::lab:
+        return "Lab is 0 0 0";
+    case ColorSource::xyz:
+        break;
+    }
+    return "XYZ is 0 0 0";
+}
+
+} // namespace
+
+std::optional<Finding> findEqualRows(const Inspected& inspected) {
+    if (!areEqual(inspected))
+        return std::nullopt;
+    return warning(Finding::Kind::equalSpectra,
+                   fileAnd(inspected.chart,
+                           "row 1 and all others of " + counted(inspected.chart.rows()) + " hold the same " +
+                               nameOfOne(inspected.source) + (areZero(inspected) ? ", 0 throughout" : "") +
+                               "; it looks like a target without measured values, so check that it is the "
+                               "right file"));
+}
+
+std::optional<Finding> findUnmeasured(const Inspected& inspected) {
+    const Chart& chart = inspected.chart;
+    const Inks& inks = inspected.inks;
+    int count = 0;
+    int first = -1;
+    for (int row = 0; row < chart.rows(); ++row) {
+        if (!isNothing(inspected, row))
+            continue;
+        ++count;
+        if (first < 0 && !(inks.areKnown() && isFullInk(inks, row)))
+            first = row;
+    }
+    if (first < 0 || count == chart.rows())
+        return std::nullopt;
+    return Finding{count == 1 && !inks.areKnown() ? Finding::Severity::note : Finding::Severity::warning,
+                   Finding::Kind::unmeasured,
+                   placeOf(chart, first) + (count == 1 ? "" : " and " + counted(count - 1) + " more") + ": " +
+                       nothingOf(inspected.source) + ", as of samples that were not measured"};
+}
+
+} // namespace qxcms::qc
