@@ -26,7 +26,7 @@ Lab labOfRelativeXyz(const std::array<double, 3>& percent) {
     std::array<double, 3> f{};
     for (std::size_t i = 0; i < f.size(); ++i) {
         const double part = percent[i] / 100.0;
-        f[i] = part > kLinearBelow / kSlope ? std::cbrt(part) : (kSlope * part + 16.0) / 116.0;
+        f[i] = part > kLinearBelow / kSlope ? std::pow(part, 1.0 / 3.0) : (kSlope * part + 16.0) / 116.0;
     }
     return {116.0 * f[1] - 16.0, 500.0 * (f[0] - f[1]), 200.0 * (f[1] - f[2])};
 }
