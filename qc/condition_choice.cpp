@@ -18,7 +18,8 @@ constexpr const char* kDefaultObserver = "2 degree";
 struct NamedCondition {
     const char* name;
     Condition DocumentConditions::*place;
-    const char* known; ///< values, for messages
+    const char* known;      ///< values, for messages
+    const char* usual = ""; ///< the value that needs no telling; empty where every one does
 };
 
 constexpr NamedCondition kIlluminant = {"illuminant", &DocumentConditions::illuminant,
@@ -27,10 +28,11 @@ constexpr NamedCondition kObserver = {"observer", &DocumentConditions::observer,
 constexpr NamedCondition kFilter = {"filter", &DocumentConditions::filter,
                                     "none, polarizing, UV cut and D65"};
 // Of the measurement itself: spectra are bound to them as well.
-constexpr std::array<NamedCondition, 4> kOfMeasurement = {
+constexpr std::array<NamedCondition, 5> kOfMeasurement = {
     {{"measurement condition", &DocumentConditions::measurementCondition, "M0, M1, M2 and M3"},
      {"backing", &DocumentConditions::backing, "white, black and self"},
      {"geometry", &DocumentConditions::geometry, "45/0, 0/45, d/8, 8/d, d/0 and 0/d"},
+     {"white base", &DocumentConditions::whiteBase, "absolute and paper", "absolute"},
      kFilter}};
 
 bool isPlain(const Condition& condition) {
@@ -109,24 +111,30 @@ public:
     std::vector<Finding> findings;
 
 private:
+    // A line of a file; a tab in it is a blank like others.
+    static std::string shown(std::string line) {
+        std::replace(line.begin(), line.end(), '\t', ' ');
+        return printable(line);
+    }
+
     static std::string told(const Condition& condition) {
-        return printable(condition.value) + " (" + printable(condition.source) + ")";
+        return shown(condition.value) + " (" + shown(condition.source) + ")";
     }
 
     static std::string told(const DescribedSide& side, const Condition& condition) {
         const std::string other =
-            condition.contradicted.empty() ? "" : ", which contradicts " + printable(condition.contradicted);
-        return printable(condition.value) + " in " + printable(side.name) + " (" +
-               printable(condition.source) + other + ")";
+            condition.contradicted.empty() ? "" : ", which contradicts " + shown(condition.contradicted);
+        return shown(condition.value) + " in " + printable(side.name) + " (" + shown(condition.source) +
+               other + ")";
     }
 
     void tellContradiction(const NamedCondition& named, const DescribedSide& side) {
         const Condition& condition = side.conditions.*named.place;
         if (!condition.contradicted.empty())
-            warn(Finding::Kind::contradictoryCondition,
-                 printable(side.name) + " contradicts itself: its " + named.name + " is " + told(condition) +
-                     ", but also " + printable(condition.contradicted) + "; " + printable(condition.value) +
-                     " is taken");
+            warn(Finding::Kind::contradictoryCondition, printable(side.name) + " contradicts itself: its " +
+                                                            named.name + " is " + told(condition) +
+                                                            ", but also " + shown(condition.contradicted) +
+                                                            "; " + shown(condition.value) + " is taken");
     }
 
     void tellFilterAgainstCondition(const DescribedSide& side) {
@@ -145,6 +153,17 @@ private:
             note(Finding::Kind::contradictoryCondition, text + " or computed as with one");
     }
 
+    // A text of no filter, often of no polarizer, beside an M2 that need not be measured with one.
+    static bool mayBothHold(const Condition& one, const Condition& other) {
+        const auto isText = [](const Condition& condition) {
+            return condition.standing == Condition::Standing::freeText && condition.value == "none";
+        };
+        const auto isImplied = [](const Condition& condition) {
+            return condition.implied && condition.value == "UV cut";
+        };
+        return (isText(one) && isImplied(other)) || (isImplied(one) && isText(other));
+    }
+
     void compareMeasurement(const NamedCondition& named) {
         const Condition& ours = measured.conditions.*named.place;
         const Condition& theirs = reference.conditions.*named.place;
@@ -155,7 +174,7 @@ private:
         if (!areUnderstood && !areSame) {
             tellNotUnderstood(named, measured);
             tellNotUnderstood(named, reference);
-        } else if (areKnown && !areSame) {
+        } else if (areKnown && !areSame && !mayBothHold(ours, theirs)) {
             if (ours.isDeclared() && theirs.isDeclared())
                 differ(named, told(measured, ours), told(reference, theirs));
             else
@@ -176,8 +195,9 @@ private:
         if (condition.implied || condition.standing == Condition::Standing::unknown)
             return;
         if (condition.standing == Condition::Standing::freeText)
-            append(inTexts[&side == &measured ? 0 : 1].second, named.name + (" " + told(condition)));
-        else if (!otherIsKnown)
+            appendOfLine(inTexts[&side == &measured ? 0 : 1].second,
+                         std::string(named.name) + " " + shown(condition.value), shown(condition.source));
+        else if (!otherIsKnown && condition.value != named.usual)
             append(onOneSide, named.name + (" " + told(side, condition)));
     }
 
@@ -271,6 +291,14 @@ private:
 
     static void append(std::string& list, const std::string& item) {
         list += (list.empty() ? "" : ", ") + item;
+    }
+
+    // What one line says is told before it.
+    static void appendOfLine(std::string& list, const std::string& item, const std::string& line) {
+        const std::string end = " (" + line + ")";
+        if (list.size() > end.size() && list.compare(list.size() - end.size(), end.size(), end) == 0)
+            list.erase(list.size() - end.size());
+        append(list, item + end);
     }
 
     void differ(const NamedCondition& named, const std::string& one, const std::string& other) {

@@ -25,11 +25,12 @@ struct DescribedSide {
 /// one before the reference), else those that a text of it names, else D50 and 2 degree.
 ///
 /// Declared conditions that differ - of the illuminant and the observer those of bound sides and those asked
-/// for, of measurement condition, backing, geometry and filter those of both sides - are refused. The filter
-/// is left out where it is what each side's measurement condition asks for; one that contradicts it is told.
-/// What only one side declares is warned about, and what is declared in a spelling that is not understood,
-/// unless both sides say the same; what a text names is noted, or warned about where the other side says
-/// otherwise. Nothing declared is noted as an assumption.
+/// for, of measurement condition, backing, geometry, filter and white base those of both sides - are refused.
+/// The filter is left out where it is what each side's measurement condition asks for; one that contradicts
+/// it is told. What only one side declares is warned about, unless it goes without saying (an absolute white
+/// base), and what is declared in a spelling that is not understood, unless both sides say the same; what a
+/// text names is noted, or warned about where the other side says otherwise. Nothing declared is noted as an
+/// assumption.
 /// @param askedIlluminant, askedObserver as DocumentConditions has them; nothing where none is asked for.
 /// @param force compares what differs, with a warning for each.
 /// @throws Refusal (notComparable) that names every condition that differs, with the lines that say so.

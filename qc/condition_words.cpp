@@ -307,8 +307,10 @@ Found observerInTextAt(const Words& words, std::size_t index) {
     const Found angle = angleAt(words, index);
     if (angle.words == 0)
         return nothing();
-    const bool behindIlluminant =
-        words[index].before == '/' && index > 0 && expectedIlluminantAt(words, index - 1).words != 0;
+    // Not "D50/10 nm".
+    const bool behindIlluminant = words[index].before == '/' && index > 0 &&
+                                  expectedIlluminantAt(words, index - 1).words != 0 &&
+                                  wordAt(words, index + angle.words).text != "nm";
     // Not "10 degrees C" nor "10/45".
     const bool isDegrees = angle.words == 2 && words[index].before != '/' &&
                            !isOneOf(wordAt(words, index + 2).text, {"c", "f", "celsius", "fahrenheit"});
@@ -337,12 +339,40 @@ bool isMeasurementCondition(std::string_view word) {
     return isOneOf(word, {"m0", "m1", "m2", "m3"});
 }
 
+// Square and cubic metres: "115 g/m2", "80 g per m2", "W/(m2 sr)".
+bool isMetres(const Words& words, std::size_t index) {
+    if (!isOneOf(words[index].text, {"m2", "m3"}))
+        return false;
+    const bool isPer = wordBefore(words, index).text == "per";
+    const std::string unit = (isPer && index > 1 ? words[index - 2] : wordBefore(words, index)).text;
+    if (isOneOf(unit, {"g", "gr", "gram", "grams", "gramm", "sr"}))
+        return true;
+    return (isPer || words[index].before == '/') &&
+           isOneOf(unit, {"kg", "mg", "cd", "w", "mw", "uw", "kw", "j", "kj", "lm", "n", "l", "ml"});
+}
+
+// "Machine M2", "M3 stock": a name.
+bool isNameOfAThing(const Words& words, std::size_t index) {
+    const bool isOfAMachine =
+        words[index].before == ' ' &&
+        isOneOf(wordBefore(words, index).text, {"machine", "maschine", "druckmaschine", "press", "printer",
+                                                "proofer", "line", "linie", "unit", "tower"});
+    const Word next = wordAt(words, index + 1);
+    return isOfAMachine || (next.before == ' ' && isOneOf(next.text, {"stock", "machine", "maschine"}));
+}
+
+// A measurement condition in a text about anything.
+bool isMeasurementConditionAt(const Words& words, std::size_t index) {
+    return isMeasurementCondition(words[index].text) && !isMetres(words, index) &&
+           !isNameOfAThing(words, index);
+}
+
 std::optional<std::string> backingColor(std::string_view word) {
     if (isOneOf(word, {"white", "weiss", "wei\xC3\x9F"}))
         return "white";
     if (isOneOf(word, {"black", "schwarz"}))
         return "black";
-    if (isOneOf(word, {"self", "substrate"}))
+    if (word == "self")
         return "self";
     return std::nullopt;
 }
@@ -422,6 +452,41 @@ bool isWeightingAside(const Word& word) {
                     "white",         "horizon",       "equal",     "energy",    "nominal",   "and"});
 }
 
+// The number of words that a standard takes: "ISO 13655", "according to ISO 13655:2009", "ASTM E308"; 0 where
+// there is none.
+std::size_t standardAt(const Words& words, std::size_t index) {
+    std::size_t next = index;
+    while (isOneOf(wordAt(words, next).text, {"according", "to", "as", "per"}))
+        ++next;
+    const std::string body = wordAt(words, next).text;
+    const bool isRunTogether = body.size() > 3 && startsWith(body, 0, "iso") && isDigit(body[3]);
+    if (!isRunTogether && !isOneOf(body, {"iso", "din", "astm", "ansi"}))
+        return 0;
+    ++next;
+    while (isOneOf(wordAt(words, next).text, {"en", "iso"})) // "DIN EN ISO"
+        ++next;
+    const std::string number = wordAt(words, next).text;
+    const bool isNumbered =
+        number.size() > 2 && (isDigit(number[0]) || (number[0] == 'e' && isDigit(number[1])));
+    if (!isRunTogether && !isNumbered)
+        return 0;
+    if (!isRunTogether)
+        ++next;
+    const Word year = wordAt(words, next);
+    if ((year.before == ':' || year.before == '-') && isNumber(year) && year.text.size() > 1)
+        ++next;
+    return next - index;
+}
+
+// The curves of others, whose 2 and 10 degrees are not those of the standard observers.
+bool namesOtherObserver(const Words& words) {
+    bool isLater = false; // "CIE 2015", "CIE 170-2:2015"
+    for (std::size_t i = 0; i + 1 < words.size(); ++i)
+        isLater = isLater ||
+                  (words[i].text == "cie" && isOneOf(words[i + 1].text, {"2006", "2012", "2015", "170"}));
+    return isLater || has(words, {"judd", "vos", "stiles", "burch", "stockman"});
+}
+
 bool isUnknownWord(const Word& word) {
     return isOneOf(word.text, {"unknown", "unspecified", "undefined", "unavailable", "unbekannt", "na", "nan",
                                "null", "tbd"});
@@ -454,9 +519,9 @@ NamedConditions conditionsInText(const std::vector<Word>& words) {
             illuminant.add(found.value);
         if (const Found found = observerInTextAt(words, i); found.words != 0)
             observer.add(found.value);
-        if (isMeasurementCondition(words[i].text))
+        if (isMeasurementConditionAt(words, i))
             measurementCondition.add(upper(words[i].text));
-        const auto color = backingColor(words[i].text);
+        const auto color = words[i].text == "substrate" ? "self" : backingColor(words[i].text);
         if (color && (isBackingWord(wordAt(words, i + 1)) || isBackingWord(wordBefore(words, i))))
             backing.add(*color);
         if (const Found found = geometryInTextAt(words, i); found.words != 0)
@@ -470,17 +535,24 @@ Weighting weightingOf(const std::vector<Word>& words) {
     Sole illuminant;
     Sole plainIlluminant;
     Sole observer;
+    Sole plainObserver;
     bool understood = true;
     for (std::size_t i = 0; i < words.size();) {
         const Found plain = plainIlluminantAt(words, i);
         const Found lamp = expectedIlluminantAt(words, i);
         const Found year = observerOfYearAt(words, i);
         const Found angle = angleAt(words, i);
+        const Found plainAngle = observerInTextAt(words, i);
+        const std::size_t standard = standardAt(words, i);
         std::size_t taken = 1;
         if (plain.words != 0)
             plainIlluminant.add(plain.value);
+        if (plainAngle.words != 0)
+            plainObserver.add(plainAngle.value);
         if (isKelvin(words, i)) {
             taken = 2;
+        } else if (standard != 0) {
+            taken = standard;
         } else if (lamp.words != 0) {
             illuminant.add(lamp.value);
             taken = lamp.words;
@@ -495,9 +567,11 @@ Weighting weightingOf(const std::vector<Word>& words) {
         }
         i += taken;
     }
-    // Among words that are not understood a letter or a number may mean anything; "D50" does not.
+    // Among words that are not understood a letter or a number may mean anything; "D50" and "10 degree" do
+    // not.
     const Sole& certain = understood ? illuminant : plainIlluminant;
-    return {certain.value(), understood ? observer.value() : std::nullopt,
+    const Sole& certainObserver = understood ? observer : plainObserver;
+    return {certain.value(), namesOtherObserver(words) ? std::nullopt : certainObserver.value(),
             has(words, {"illuminant", "illumination"}), has(words, {"observer"}), understood};
 }
 
@@ -532,11 +606,25 @@ std::optional<std::string> backingOf(const std::vector<Word>& words) {
         if (const auto color = backingColor(word.text))
             backing.add(*color);
     }
+    if (!backing.value() && has(words, {"substrate"}) && has(words, {"own", "same", "backing"}))
+        return "self";
     if (words.size() == 1 && words[0].text == "wb")
         return "white";
     if (words.size() == 1 && words[0].text == "bb")
         return "black";
     return backing.value();
+}
+
+std::optional<std::string> whiteBaseOf(const std::vector<Word>& words) {
+    Sole base;
+    for (const Word& word : words)
+        if (isOneOf(word.text, {"abs", "absolute", "absolut"}))
+            base.add("absolute");
+        else if (isOneOf(word.text, {"paper", "pap", "papier", "rel", "relative"}))
+            base.add("paper");
+        else if (!isOneOf(word.text, {"white", "base", "to"}))
+            return std::nullopt;
+    return base.value();
 }
 
 std::optional<std::string> geometryOf(const std::vector<Word>& words) {

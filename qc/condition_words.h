@@ -41,7 +41,8 @@ struct NamedConditions {
 /// Reads a text that may be about anything: only what can hardly mean something else.
 NamedConditions conditionsInText(const std::vector<Word>& words);
 
-/// Where an illuminant or an observer is expected, "A" and "2" are enough.
+/// Where an illuminant or an observer is expected, "A" and "2" are enough, unless there are other words: then
+/// "D50" and "2 degree" count as they do in any text.
 struct Weighting {
     std::optional<std::string> illuminant;
     std::optional<std::string> observer;
@@ -58,6 +59,7 @@ Weighting weightingOf(const std::vector<Word>& words);
 std::optional<std::string> illuminantOf(const std::vector<Word>& words);
 std::optional<std::string> observerOf(const std::vector<Word>& words);
 std::optional<std::string> backingOf(const std::vector<Word>& words);
+std::optional<std::string> whiteBaseOf(const std::vector<Word>& words);
 std::optional<std::string> geometryOf(const std::vector<Word>& words);
 std::optional<std::string> filterOf(const std::vector<Word>& words);
 /// @}

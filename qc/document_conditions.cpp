@@ -31,6 +31,7 @@ enum class Subject {
     filter,
     polarization,
     ultravioletFilter,
+    whiteBase,
     instrument,
     deviceClass,
     quantity, // what was measured
@@ -133,7 +134,8 @@ constexpr SubjectName kSubjects[] = {
     {"displaytechnology", Subject::display},
     {"luminancexyzcdm2", Subject::display},
     {"computationalparameter", Subject::text},
-    {"whitebase", Subject::nothing},
+    {"whitebase", Subject::whiteBase},
+    {"whitebasis", Subject::whiteBase},
     {"aperture", Subject::nothing},
     {"keyword", Subject::nothing},
 };
@@ -185,10 +187,27 @@ bool holdsOneOf(const std::string& letters, const std::string_view (&stems)[Coun
                        [&](std::string_view stem) { return letters.find(stem) != std::string::npos; });
 }
 
+bool endsWith(const std::string& text, std::string_view end) {
+    return text.size() > end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
+}
+
+// Of "SPECTRAL_ILLUMINANT", "LAB_OBSERVER" and the like, not of a lamp or of a second one.
+std::optional<Subject> subjectOfViewing(const std::string& letters) {
+    constexpr std::string_view kOfOthers[] = {"instrument", "lamp", "source",  "second", "third",
+                                              "altern",     "test", "metamer", "other",  "booth"};
+    if (holdsOneOf(letters, kOfOthers))
+        return std::nullopt;
+    if (endsWith(letters, "illuminant"))
+        return Subject::illuminant;
+    return endsWith(letters, "observer") ? std::optional(Subject::observer) : std::nullopt;
+}
+
 std::optional<Subject> subjectOfKeyword(std::string_view keyword) {
     if (const auto subject = subjectOf(keyword))
         return subject;
     const std::string letters = squeezed(keyword);
+    if (const auto subject = subjectOfViewing(letters))
+        return subject;
     return holdsOneOf(letters, kTextStems) ? std::optional(Subject::text) : std::nullopt;
 }
 
@@ -230,7 +249,9 @@ public:
             if (text[sign] != '=' && text[sign] != ':')
                 continue;
             const Name name = nameBefore(sign, valueStart);
-            if (name.first == sign || (text[sign] == ':' && !name.subject))
+            const bool isDated =
+                name.subject == Subject::measurementCondition && isYear(sign + 1); // "ISO 13655:2009"
+            if (name.first == sign || (text[sign] == ':' && !name.subject) || isDated)
                 continue;
             const std::string_view value = text.substr(valueStart, name.first - valueStart);
             if (result.parts.empty())
@@ -259,6 +280,14 @@ private:
         while (end > from && what(text[end - 1]))
             --end;
         return end;
+    }
+
+    bool isYear(std::size_t at) const {
+        constexpr std::size_t kDigits = 4;
+        const std::size_t first = std::min(text.find_first_not_of(" \t", at), text.size());
+        const std::size_t end = std::min(text.find_first_not_of("0123456789", first), text.size());
+        const std::string_view century = text.substr(first, 2);
+        return end - first == kDigits && (century == "19" || century == "20");
     }
 
     // The name in front of a sign: a known one of up to three words, else the last word.
@@ -324,9 +353,9 @@ public:
 
     /// What was read so far belongs to a table that ends.
     void endTable() {
-        earlier = {&found.illuminant, &found.observer, &found.measurementCondition,
-                   &found.backing,    &found.geometry, &found.filter,
-                   &found.instrument, &light,          &namedLight};
+        earlier = {
+            &found.illuminant, &found.observer,  &found.measurementCondition, &found.backing, &found.geometry,
+            &found.filter,     &found.whiteBase, &found.instrument,           &light,         &namedLight};
     }
 
     DocumentConditions result() {
@@ -374,6 +403,8 @@ private:
         case Subject::filter:
             return filterOf(words) == "UV cut" || filterOf(words) == "polarizing" ||
                    conditionsInText(words).measurementCondition.has_value();
+        case Subject::whiteBase:
+            return whiteBaseOf(words).has_value();
         case Subject::polarization:
         case Subject::quantity:
             return true;
@@ -406,8 +437,11 @@ private:
             return readSwitch(polarizer, "polarizing", words);
         case Subject::ultravioletFilter:
             return readSwitch(ultravioletFilter, "UV cut", words);
+        case Subject::whiteBase:
+            return put(found.whiteBase, whiteBaseOf(words), Standing::declared);
         case Subject::instrument:
-            readAside(words);
+            // Public characterisation data tell here how they were measured.
+            putAll(conditionsInText(words), Standing::freeText);
             return readInstrument(found.instrument, Standing::declared, words, value);
         case Subject::intendedInstrument:
             return readInstrument(found.instrument, Standing::freeText, words, value);
@@ -465,8 +499,9 @@ private:
 
     void readObserver(const std::vector<Word>& words, const std::string& value) {
         const Weighting weighting = weightingOf(words);
-        putSpelled(found.observer, words, weighting.observer, value);
-        if (weighting.observer)
+        const auto observer = weighting.understood ? weighting.observer : std::nullopt;
+        putSpelled(found.observer, words, observer, value);
+        if (observer)
             put(found.illuminant, weighting.illuminant, Standing::declared);
     }
 
@@ -518,7 +553,7 @@ private:
         readAside(words, Standing::declared);
         const bool isDaylight = weighting.illuminant && weighting.illuminant->front() == 'D';
         put(light, weighting.illuminant, isDaylight ? Standing::declared : Standing::freeText);
-        if (weighting.illuminant || weighting.namesObserver)
+        if (weighting.illuminant || weighting.namesObserver || named.observer)
             put(found.observer, weighting.observer, Standing::declared);
         put(found.filter, named.filter, Standing::freeText);
         put(found.geometry, named.geometry, Standing::freeText);
@@ -592,9 +627,15 @@ private:
         if (!filter) // "none, D50"
             filter = filterOf(wordsOf(value.substr(0, value.find_first_of(",;("))));
         if (!filter && condition)
-            put(found.filter, filterOfMeasurementCondition(*condition), Standing::declared);
+            implyFilter(*condition);
         else
             putSpelled(found.filter, words, filter, value);
+    }
+
+    void implyFilter(const std::string& condition) {
+        const auto filter = filterOfMeasurementCondition(condition);
+        put(found.filter, filter, Standing::declared);
+        found.filter.implied = filter && found.filter.source == line;
     }
 
     // Nothing for M0 and M1, which are told apart by the light.
@@ -674,11 +715,12 @@ private:
              bool understood = true) const {
         if (!value || standing < condition.standing)
             return;
-        const bool isOther = condition.isDeclared() && !meanTheSame(condition.value, *value) &&
-                             condition.source != line && earlier.erase(&condition) == 0;
-        if (isOther && condition.understood && !understood)
+        const bool isDeclared = condition.isDeclared() && earlier.erase(&condition) == 0;
+        const bool isOther = isDeclared && !meanTheSame(condition.value, *value) && condition.source != line;
+        const bool isWorse = isDeclared && condition.understood && !understood;
+        if (isOther && isWorse)
             condition.contradicted = line;
-        else
+        else if (!isWorse)
             condition = {standing, *value, line, isOther ? condition.source : "", understood};
     }
 

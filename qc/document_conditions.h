@@ -23,7 +23,7 @@ struct Condition {
     std::string source; ///< the header line as it stands, keyword and value; empty when there is none
     std::string contradicted = {}; ///< another line that declares another value; empty when there is none
     bool understood = true;        ///< false for a declared value of an unknown spelling
-    bool implied = false;          ///< by the line of another condition: M2 by a UV cut
+    bool implied = false;          ///< by the line of another condition: M2 by a UV cut, or the reverse
 
     bool isDeclared() const { return standing == Standing::declared; }
 };
@@ -36,6 +36,7 @@ struct DocumentConditions {
     Condition backing;              ///< "white", "black", "self" (on its own substrate)
     Condition geometry;             ///< "45/0", "0/45", "d/8", "8/d", "d/0"
     Condition filter;               ///< "none", "polarizing", "UV cut", "D65"
+    Condition whiteBase; ///< what colours are relative to: "absolute" (the perfect diffuser), "paper"
     Condition instrument;
     bool isEmission = false; ///< says that it holds measurements of light sources or displays
 };

@@ -258,6 +258,15 @@ TEST_F(mixedObservers, angleAlone_isUnderstoodToDiffer) {
         "observer.*10 degree.*2 degree");
 }
 
+TEST_F(mixedObservers, tenDegreesAmongOtherWords_areRefused) {
+    const std::string reference = labs("r.txt", kUsualConditions);
+    for (const std::string line : {"MEASUREMENT_SOURCE \"D50, 10 degree, M1, geometry 45/0\"",
+                                   "MEASUREMENT_SOURCE \"D50 10 degree white backing\"",
+                                   "WEIGHTING_FUNCTION \"D50, 10 degree, ISO 13655:2009\"",
+                                   "ILLUMINATION_NAME \"D50, 10 degree, abs\""})
+        expectRefusal({labs("m.txt", line + "\n"), reference}, 4, "observer 10 degree.*2 degree");
+}
+
 TEST_F(mixedObservers, force_answersAndSaysSo) {
     const nlohmann::json report = expectWarning(
         {labs("m.txt", kD50 + kTenDegree), labs("r.txt", kUsualConditions), "--force"}, "force.*10 degree");
@@ -279,6 +288,41 @@ TEST_F(mixedGeometries, m0AgainstM1_isRefused) {
 
 TEST_F(mixedGeometries, m0AgainstM1_isRefusedForSpectraToo) {
     expectRefusal({spectra("m.txt", "FILTER \"M0\"\n"), spectra("r.txt", "FILTER \"M1\"\n")}, 4, "M0.*M1");
+}
+
+TEST_F(mixedGeometries, m0OfAStandardOfAYear_againstM1_isRefused) {
+    const std::string reference = labs("r.txt", kUsualConditions + "FILTER \"M1\"\n");
+    for (const std::string line :
+         {"MEASUREMENT_CONDITION \"M0 according to ISO 13655:2009\"", "FILTER \"M0 (ISO 13655:2009)\"",
+          "MEASUREMENT_SOURCE \"D50, M0, ISO 13655:2009\""})
+        expectRefusal({labs("m.txt", kUsualConditions + line + "\n"), reference}, 4, "M0.*M1");
+}
+
+TEST_F(mixedGeometries, grammageDoesNotHideThatOneFileAloneDeclaresM2) {
+    const nlohmann::json report =
+        expectWarning({labs("m.txt", kUsualConditions + "PRINT_CONDITIONS \"paper 115 g/m2\"\n"),
+                       labs("r.txt", kUsualConditions + "FILTER \"M2\"\n")},
+                      "one file only: measurement condition M2 in [^ ]*r\\.txt");
+    EXPECT_THAT(report["findings"].dump(), Not(HasSubstr("UV cut")));
+}
+
+TEST_F(mixedGeometries, colorsRelativeToPaperAgainstAbsoluteOnes_areRefused) {
+    const std::string paper = labs("m.txt", kUsualConditions + "MEASUREMENT_SOURCE \"WhiteBase=Paper\"\n");
+    expectRefusal({paper, labs("r.txt", kUsualConditions + "MEASUREMENT_SOURCE \"WhiteBase=Abs\"\n")}, 4,
+                  "white base paper.*absolute");
+    expectWarning({paper, labs("s.txt", kUsualConditions)}, "white base paper in [^ ]*m\\.txt");
+}
+
+TEST_F(mixedGeometries, substrateAgainstWhite_isWarnedAbout) {
+    expectWarning({labs("m.txt", kUsualConditions + "SAMPLE_BACKING \"substrate\"\n"),
+                   labs("r.txt", kUsualConditions + "SAMPLE_BACKING \"white\"\n")},
+                  "backing substrate .*not understood");
+}
+
+TEST_F(mixedGeometries, backingOfAnInstrumentLineAgainstAnother_isWarnedAboutWithBothLines) {
+    expectWarning({labs("m.txt", kUsualConditions + "INSTRUMENTATION \"45/0, black backing\"\n"),
+                   labs("r.txt", kUsualConditions + "SAMPLE_BACKING \"white\"\n")},
+                  "black in [^ ]*m\\.txt .INSTRUMENTATION .*white in [^ ]*r\\.txt .SAMPLE_BACKING ");
 }
 
 TEST_F(mixedGeometries, d65FilterIsNotM1) {
@@ -966,6 +1010,28 @@ TEST_F(soundFiles, otherSpellingsOfTheSameConditions_areAnsweredWithoutAWarning)
         "MEASUREMENT_SOURCE \"Illumination=D50\tObserverAngle=2degree\"\n"};
     for (const std::string& header : headers)
         expectNoWarning({labs("m.txt", header), reference});
+}
+
+TEST_F(soundFiles, conditionsAmongOtherWords_areAnsweredWithoutAWarning) {
+    const std::string reference = labs("r.txt", kUsualConditions);
+    const std::vector<std::string> headers = {
+        "INSTRUMENTATION \"D50, 2 degree, geometry 45/0, no polarisation filter, white backing, according to "
+        "ISO 13655\"\n",
+        "MEASUREMENT_SOURCE \"D50, 2 degree, geometry 45/0, white backing, according to ISO 13655:2009\"\n",
+        "MEASUREMENT_SOURCE \"Illumination=D50 ObserverAngle=2 WhiteBase=Abs\"\n",
+        "SPECTRAL_ILLUMINANT \"D50\"\nSTANDARD_OBSERVER \"2\"\n"};
+    for (const std::string& header : headers)
+        expectNoWarning({labs("m.txt", header), reference});
+}
+
+TEST_F(soundFiles, standardsOfYearsAndGrammage_areAnsweredWithoutAWarning) {
+    const std::string reference =
+        labs("r.txt", kUsualConditions + "FILTER \"M1\"\nSAMPLE_BACKING \"white\"\n");
+    const std::vector<std::string> lines = {
+        "MEASUREMENT_CONDITION \"M1 according to ISO 13655:2009\"\nPRINT_CONDITIONS \"paper 115 g/m2\"\n",
+        "FILTER \"M1 (ISO 13655:2017)\"\nFILE_DESCRIPTOR \"Machine M2\"\n"};
+    for (const std::string& line : lines)
+        expectNoWarning({labs("m.txt", kUsualConditions + line + "SAMPLE_BACKING \"white\"\n"), reference});
 }
 
 TEST_F(soundFiles, labForD65OnBothSides_isComparedForD65) {

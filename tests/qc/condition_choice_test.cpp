@@ -62,7 +62,8 @@ DocumentConditions with(Place place, const Condition& condition) {
 }
 
 constexpr Place kOfMeasurement[] = {&DocumentConditions::measurementCondition, &DocumentConditions::backing,
-                                    &DocumentConditions::geometry, &DocumentConditions::filter};
+                                    &DocumentConditions::geometry, &DocumentConditions::filter,
+                                    &DocumentConditions::whiteBase};
 
 using Asked = std::optional<std::string>;
 
@@ -262,8 +263,8 @@ TEST(conditionChoice, measurementsThatDiffer_areRefusedForEverySource) {
 }
 
 TEST(conditionChoice, measurementsThatDiffer_areRefusedByTheirNames) {
-    const char* const names[] = {"measurement condition", "backing", "geometry", "filter"};
-    for (std::size_t i = 0; i < 4; ++i)
+    const char* const names[] = {"measurement condition", "backing", "geometry", "filter", "white base"};
+    for (std::size_t i = 0; i < 5; ++i)
         EXPECT_THAT(refusalOf(measured(with(kOfMeasurement[i], declared("one"))),
                               reference(with(kOfMeasurement[i], declared("other")))),
                     HasSubstr(std::string("the conditions differ: ") + names[i] + " one in "));
@@ -295,6 +296,38 @@ TEST(conditionChoice, measurementsThatOneSideDeclares_areToldInOneWarning) {
     conditions.filter = declared("UV cut");
     EXPECT_THAT(findingsOf(chosen(measured(conditions), reference({})), Kind::unknownCondition),
                 ElementsAre(AllOf(HasSubstr("backing black in"), HasSubstr(", filter UV cut in"))));
+}
+
+TEST(conditionChoice, filterThatItsMeasurementConditionImplies_isNotToldBesideIt) {
+    DocumentConditions m2 = with(&DocumentConditions::measurementCondition, declared("M2"));
+    m2.filter = declared("UV cut");
+    m2.filter.implied = true;
+    EXPECT_THAT(
+        findingsOf(chosen(measured(m2), reference({})), Kind::unknownCondition),
+        ElementsAre("!declared by one file only: measurement condition M2 in measured.txt (LINE \"M2\")"));
+}
+
+TEST(conditionChoice, textOfNoFilter_doesNotContradictTheOneThatM2Implies) {
+    DocumentConditions m2 = with(&DocumentConditions::measurementCondition, declared("M2"));
+    m2.filter = declared("UV cut");
+    m2.filter.implied = true;
+    const DocumentConditions none = with(&DocumentConditions::filter, inText("none"));
+    EXPECT_THAT(findingsOf(chosen(measured(m2), reference(none)), Kind::freeTextCondition),
+                ElementsAre(StartsWith("reference.txt: named in a text only: filter none")));
+    EXPECT_THAT(findingsOf(chosen(measured(none), reference(m2)), Kind::freeTextCondition),
+                ElementsAre(StartsWith("measured.txt: named in a text only: filter none")));
+    m2.filter.implied = false;
+    EXPECT_THAT(findingsOf(chosen(measured(m2), reference(none)), Kind::freeTextCondition),
+                ElementsAre(StartsWith("!the filter seems to differ")));
+}
+
+TEST(conditionChoice, paperAsWhiteBaseOfOneSide_isWarnedOf_andAbsoluteGoesWithoutSaying) {
+    const DocumentConditions paper = with(&DocumentConditions::whiteBase, declared("paper"));
+    const DocumentConditions absolute = with(&DocumentConditions::whiteBase, declared("absolute"));
+    EXPECT_THAT(
+        findingsOf(chosen(measured({}), reference(paper)), Kind::unknownCondition),
+        ElementsAre("!declared by one file only: white base paper in reference.txt (LINE \"paper\")"));
+    EXPECT_THAT(findingsOf(chosen(measured(absolute), reference({})), Kind::unknownCondition), IsEmpty());
 }
 
 TEST(conditionChoice, measurementsThatNobodyDeclares_areNoMatter) {
@@ -406,6 +439,17 @@ TEST(conditionChoice, measurementsInTexts_areNotedOncePerFile_andWarnedOfWhereTh
         ElementsAre(StartsWith("!the backing seems to differ"), HasSubstr("measurement condition M2")));
 }
 
+TEST(conditionChoice, measurementsInOneText_areToldWithItsLineOnce) {
+    DocumentConditions conditions;
+    conditions.backing = {Condition::Standing::freeText, "white", "REMARKS \"all\""};
+    conditions.geometry = {Condition::Standing::freeText, "45/0", "REMARKS \"all\""};
+    conditions.filter = inText("none");
+    EXPECT_THAT(
+        findingsOf(chosen(measured(conditions), reference({})), Kind::freeTextCondition),
+        ElementsAre("measured.txt: named in a text only: backing white, geometry 45/0 (REMARKS \"all\"), "
+                    "filter none (DESCRIPTOR \"under none\")"));
+}
+
 TEST(conditionChoice, measurementInATextThatIsTheDeclaredOne_isNoted) {
     const DescribedSide left = measured(under(inText("M1")));
     const ChosenConditions choice = chosen(left, reference(under(declared("M1"))));
@@ -508,6 +552,17 @@ TEST(conditionChoice, forceWithoutNeed_isNotSaid) {
 TEST(conditionChoice, oneFileOnBothSides_isToldOnce) {
     const DescribedSide side = measured(viewed(declared("D50")));
     EXPECT_EQ(findingsOf(forced(side, side, "D65"), Kind::forcedCondition).size(), 1u);
+}
+
+TEST(conditionChoice, tabsInLines_areToldAsBlanks) {
+    Condition d50 = declared("D50");
+    d50.source = "LINE \"Illumination=D50\tFilter=No\"";
+    d50.contradicted = "LINE\t\"D65\"";
+    EXPECT_THAT(refusalOf(measured(viewed(d50)), reference(viewed(declared("A")))),
+                HasSubstr("(LINE \"Illumination=D50 Filter=No\","));
+    EXPECT_THAT(
+        findingsOf(chosen(measured(viewed(d50)), reference(viewed(d50))), Kind::contradictoryCondition),
+        testing::Each(HasSubstr("also LINE \"D65\"")));
 }
 
 TEST(conditionChoice, textsOfFiles_arePrintable) {

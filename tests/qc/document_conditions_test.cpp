@@ -187,6 +187,48 @@ TEST(documentConditions, otherObservers_standAsTheyAre) {
                 {"OBSERVER \"CIE 1964 2 degree\"", "CIE 1964 2 degree"}});
 }
 
+TEST(documentConditions, observerAmongOtherWords_isNamedByItsAngle) {
+    expectEach(&DocumentConditions::observer,
+               {{"MEASUREMENT_SOURCE \"D50, 10 degree, M1, geometry 45/0\"", "10 degree"},
+                {"MEASUREMENT_SOURCE \"D50 10 degree white backing\"", "10 degree"},
+                {"MEASUREMENT_SOURCE \"M1 D50 10deg 45/0\"", "10 degree"},
+                {"MEASUREMENT_SOURCE \"10 degree, 45/0\"", "10 degree"},
+                {"MEASUREMENT_SOURCE \"D50, 2\xC2\xB0, 45:0, wb\"", "2 degree"},
+                {"MEASUREMENT_SOURCE \"Illuminant D50, Observer 10, Filter M1, Geometry 45/0\"", "10 degree"},
+                {"WEIGHTING_FUNCTION \"D50/10, with UV\"", "10 degree"},
+                {"WEIGHTING_FUNCTION \"OBSERVER, 10 degree, with UV\"", "10 degree"},
+                {"ILLUMINATION_NAME \"D50, 10 degree, abs\"", "10 degree"}});
+}
+
+TEST(documentConditions, numbersAmongOtherWords_areNoObserver) {
+    expectEach(&DocumentConditions::observer, {{"WEIGHTING_FUNCTION \"D50, 10 bands\"", ""},
+                                               {"WEIGHTING_FUNCTION \"D50/10 nm\"", ""},
+                                               {"WEIGHTING_FUNCTION \"D50/2 deg, 10 nm\"", "2 degree"},
+                                               {"WEIGHTING_FUNCTION \"D50, CIE 2015 10 degree\"", ""},
+                                               {"WEIGHTING_FUNCTION \"D50, Stiles-Burch 10 degree\"", ""}});
+}
+
+TEST(documentConditions, standardBesideAnObserver_changesNothing) {
+    expectEach(&DocumentConditions::observer,
+               {{"WEIGHTING_FUNCTION \"D50, 10, ISO 13655\"", "10 degree"},
+                {"WEIGHTING_FUNCTION \"D50, 10, according to ISO 13655:2009\"", "10 degree"},
+                {"WEIGHTING_FUNCTION \"D50, 10, ISO13655-2017\"", "10 degree"},
+                {"WEIGHTING_FUNCTION \"D50, 10, DIN EN ISO 13655\"", "10 degree"},
+                {"WEIGHTING_FUNCTION \"D50, 10, ASTM E308-15\"", "10 degree"},
+                {"OBSERVER \"10, ISO 13655:2009\"", "10 degree"},
+                {"OBSERVER \"CIE: 1964\"", "10 degree"},
+                {"MEASUREMENT_SOURCE \"Illumination: D50, Observer: 1964\"", "10 degree"}});
+}
+
+TEST(documentConditions, keywordsThatEndInIlluminantOrObserver_areOfThem) {
+    expectEach(&DocumentConditions::illuminant, {{"SPECTRAL_ILLUMINANT \"D65\"", "D65"},
+                                                 {"LAB_ILLUMINANT \"A\"", "A"},
+                                                 {"SECOND_ILLUMINANT \"A\"", ""},
+                                                 {"INSTRUMENT_ILLUMINANT \"A\"", ""}});
+    expectEach(&DocumentConditions::observer,
+               {{"SPECTRAL_OBSERVER \"10\"", "10 degree"}, {"SECOND_OBSERVER \"10\"", ""}});
+}
+
 // Unknown.
 
 TEST(documentConditions, unknownIsNoValue) {
@@ -300,6 +342,47 @@ TEST(documentConditions, measurementConditionsLine_declaresAllThatItNames) {
     EXPECT_EQ(told(conditions.filter), "none");
 }
 
+TEST(documentConditions, yearOfTheStandard_isNoMeasurementCondition) {
+    expectEach(&DocumentConditions::measurementCondition,
+               {{"MEASUREMENT_CONDITION \"M0 according to ISO 13655:2009\"", "M0"},
+                {"MEASUREMENT_CONDITION \"M0 (ISO 13655: 2009)\"", "M0"},
+                {"MEASUREMENT_CONDITION \"ISO 13655:2017, M0\"", "M0"},
+                {"MEASUREMENT_CONDITION \"ISO 13655: M0\"", "M0"},
+                {"FILTER \"M0 (ISO 13655:2009)\"", "M0"},
+                {"MEASUREMENT_SOURCE \"D50, M0, ISO 13655:2009\"", "M0"},
+                {"MEASUREMENT_SOURCE \"ISO 13655:2009, D50, M0\"", "M0"},
+                {"SAMPLE_BACKING \"black, ISO 13655:2009\"", ""}});
+    expectEach(&DocumentConditions::backing, {{"SAMPLE_BACKING \"black, ISO 13655:2009\"", "black"}});
+}
+
+TEST(documentConditions, partThatIsNotUnderstood_doesNotReplaceOneOfItsLineThatIs) {
+    const Condition condition =
+        conditionsOf("MEASUREMENT_SOURCE \"Filter=M1 MeasurementCondition=M7\"").measurementCondition;
+    EXPECT_EQ(told(condition), "M1");
+    EXPECT_TRUE(condition.understood);
+}
+
+TEST(documentConditions, squareAndCubicMetres_areNoMeasurementCondition) {
+    expectEach(&DocumentConditions::measurementCondition,
+               {{"PRINT_CONDITIONS \"paper 115 g/m2\"", ""},
+                {"DESCRIPTOR \"80g/m2 uncoated\"", ""},
+                {"DESCRIPTOR \"115 g per m2\"", ""},
+                {"DESCRIPTOR \"115 g m2\"", ""},
+                {"DESCRIPTOR \"display of 120 cd/m2\"", ""},
+                {"DESCRIPTOR \"ink 12 g/m3\"", ""},
+                {"DESCRIPTOR \"paper 90 g/m2, measured in M1\"", "M1 (text)"},
+                {"DESCRIPTOR \"D50/2/M2\"", "M2 (text)"},
+                {"DESCRIPTOR \"ISO 13655/M3\"", "M3 (text)"}});
+}
+
+TEST(documentConditions, namesOfMachinesAndStocks_areNoMeasurementCondition) {
+    expectEach(&DocumentConditions::measurementCondition, {{"FILE_DESCRIPTOR \"Machine M2, line 3\"", ""},
+                                                           {"DESCRIPTOR \"TAC 300, paper M3 stock\"", ""},
+                                                           {"DESCRIPTOR \"Printed on press M1\"", ""},
+                                                           {"DESCRIPTOR \"offset press, M1\"", "M1 (text)"},
+                                                           {"DESCRIPTOR \"coated paper M1\"", "M1 (text)"}});
+}
+
 TEST(documentConditions, climateOfTheLaboratory_isNoMeasurementCondition) {
     EXPECT_EQ(told(conditionsOf("MEASUREMENT_CONDITIONS \"23 degrees C, 50 % RH\"").measurementCondition),
               "");
@@ -317,6 +400,12 @@ TEST(documentConditions, measurementConditionInTheFilterLine_saysTheFilter) {
                                              {"FILTER \"M1\"", ""},
                                              {"FILTER \"M2\"", "UV cut"},
                                              {"FILTER \"M3\"", "polarizing"}});
+}
+
+TEST(documentConditions, filterOfAMeasurementCondition_isImplied) {
+    EXPECT_TRUE(conditionsOf("FILTER \"M2\"").filter.implied);
+    EXPECT_FALSE(conditionsOf("FILTER \"M2 (UV cut)\"").filter.implied);
+    EXPECT_FALSE(conditionsOf("FILTER \"UV cut\"\nFILTER \"M1\"").filter.implied);
 }
 
 TEST(documentConditions, filter_impliesItsMeasurementCondition) {
@@ -441,10 +530,46 @@ TEST(documentConditions, backing_isWhiteBlackOrSelf) {
                                               {"SAMPLE_BACKING BLACK", "black"},
                                               {"SAMPLE_BACKING \"bb\"", "black"},
                                               {"SAMPLE_BACKING \"self-backing\"", "self"},
-                                              {"SAMPLE_BACKING \"substrate\"", "self"},
+                                              {"SAMPLE_BACKING \"own substrate\"", "self"},
+                                              {"SAMPLE_BACKING \"white substrate\"", "white"},
+                                              {"DESCRIPTOR \"on substrate backing\"", "self (text)"},
+                                              {"SAMPLE_BACKING \"substrate\"", "substrate"},
                                               {"SAMPLE_BACKING \"black & white\"", "black & white"},
                                               {"SAMPLE_BACKING \"none\"", "none"},
                                               {"SAMPLE_BACKING \"glass\"", "glass"}});
+}
+
+TEST(documentConditions, whiteBase_isAbsoluteOrPaper) {
+    expectEach(
+        &DocumentConditions::whiteBase,
+        {{"MEASUREMENT_SOURCE \"Illumination=D50 ObserverAngle=2 WhiteBase=Abs Filter=No\"", "absolute"},
+         {"MEASUREMENT_SOURCE \"Illumination=D50\tWhiteBase=Absolute\tFilter=M1\"", "absolute"},
+         {"MEASUREMENT_SOURCE \"Illumination=D50 WhiteBase=Paper Filter=M1\"", "paper"},
+         {"MEASUREMENT_SOURCE \"WhiteBase=Pap\"", "paper"},
+         {"WHITE_BASE \"paper white\"", "paper"},
+         {"DEVICE_SETTINGS \"WhiteBase=Paper\"", "paper"},
+         {"MEASUREMENT_SOURCE \"WhiteBase=Unknown Filter=M1\"", ""},
+         {"MEASUREMENT_SOURCE \"WhiteBase=Auto\"", ""},
+         {"MEASUREMENT_SOURCE \"WhiteBase=Paper or absolute\"", ""}});
+}
+
+TEST(documentConditions, whiteBaseOfALaterTable_mayBeAnother) {
+    const std::string text =
+        "CGATS.17\n" + tableWith("WHITE_BASE \"paper\"") + tableWith("WHITE_BASE \"abs\"");
+    EXPECT_EQ(told(conditionsIn(text, 1).whiteBase), "absolute");
+    EXPECT_EQ(conditionsIn(text, 1).whiteBase.contradicted, "");
+}
+
+TEST(documentConditions, conditionsBesideTheInstrument_areThoseOfAText) {
+    const DocumentConditions conditions = conditionsOf(
+        "INSTRUMENTATION \"D65, 10 degree, geometry 45/0, no polarisation filter, black backing, "
+        "according to ISO 13655\"");
+    EXPECT_EQ(told(conditions.illuminant), "D65 (text)");
+    EXPECT_EQ(told(conditions.observer), "10 degree (text)");
+    EXPECT_EQ(told(conditions.geometry), "45/0 (text)");
+    EXPECT_EQ(told(conditions.filter), "none (text)");
+    EXPECT_EQ(told(conditions.backing), "black (text)");
+    EXPECT_EQ(told(conditionsOf("INSTRUMENTATION \"Spectro 530\"").illuminant), "");
 }
 
 TEST(documentConditions, instrument_isNamedWithoutItsSerialNumber) {
@@ -617,7 +742,9 @@ TEST(documentConditions, laterGeometry_replacesWhatAnEarlierOneImplies) {
 TEST(documentConditions, unknownSpellings_areDeclaredButNotUnderstood) {
     for (const char* line : {"ILLUMINANT \"5000K\"", "ILLUMINATION_NAME \"6500 K\"", "OBSERVER \"4 degree\"",
                              "MEASUREMENT_CONDITION \"M7\"", "SAMPLE_BACKING \"white backing over black\"",
-                             "MEASUREMENT_GEOMETRY \"transmission\"", "FILTER \"U\"", "FILTER \"D50\""}) {
+                             // That of the sample, or another one.
+                             "SAMPLE_BACKING \"substrate\"", "MEASUREMENT_GEOMETRY \"transmission\"",
+                             "FILTER \"U\"", "FILTER \"D50\""}) {
         const DocumentConditions conditions = conditionsOf(line);
         int declared = 0;
         for (const Condition* condition :
@@ -629,7 +756,7 @@ TEST(documentConditions, unknownSpellings_areDeclaredButNotUnderstood) {
         EXPECT_EQ(declared, 1) << line;
     }
     EXPECT_TRUE(conditionsOf("ILLUMINANT \"D50\"").illuminant.understood);
-    EXPECT_TRUE(conditionsOf("SAMPLE_BACKING \"substrate\"").backing.understood);
+    EXPECT_TRUE(conditionsOf("SAMPLE_BACKING \"self\"").backing.understood);
 }
 
 TEST(documentConditions, valueThatIsUnderstood_winsOverOneThatIsNot) {

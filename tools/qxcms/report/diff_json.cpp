@@ -27,6 +27,7 @@ Json declaredJson(const qc::DocumentConditions& conditions) {
             {"backing", declaredJson(conditions.backing)},
             {"geometry", declaredJson(conditions.geometry)},
             {"filter", declaredJson(conditions.filter)},
+            {"whiteBase", declaredJson(conditions.whiteBase)},
             {"instrument", declaredJson(conditions.instrument)},
             {"emission", conditions.isEmission}};
 }
