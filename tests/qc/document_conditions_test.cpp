@@ -183,6 +183,7 @@ TEST(documentConditions, otherObservers_standAsTheyAre) {
     expectEach(&DocumentConditions::observer,
                {{"OBSERVER \"CIE 2015 2 degree\"", "CIE 2015 2 degree"},
                 {"OBSERVER \"4 degree\"", "4 degree"},
+                {"OBSERVER \"10 degree, modified\"", "10 degree, modified"},
                 {"WEIGHTING_FUNCTION \"ILLUMINANT, D50, OBSERVER, 4 degree\"", "4 degree"},
                 {"OBSERVER \"CIE 1964 2 degree\"", "CIE 1964 2 degree"}});
 }
