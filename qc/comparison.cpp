@@ -31,6 +31,7 @@ constexpr double kTellingDifference = 1.0;
 // So many times as many pairs are told where the median difference is no larger, but for a tenth, or is as
 // small as this.
 constexpr std::size_t kFarMore = 2;
+constexpr std::size_t kVeryFarMore = 10; // as the pairs of one chart at all
 constexpr double kHardlyLarger = 1.1;
 constexpr double kSmallDifference = 0.5;
 // One chart printed twice does not differ so much, two charts do.
@@ -269,8 +270,10 @@ private:
     bool tellOtherPairing(const Pairing& other, const std::string& words) {
         const std::size_t pairs = result.pairing.pairs.size();
         const double median = medianOf(other.pairs);
-        const bool isNoLarger =
-            median <= std::max(result.statistics.median * kHardlyLarger, kSmallDifference);
+        // Few pairs agree by chance.
+        const bool areNearlyAll = other.pairs.size() >= kVeryFarMore * pairs;
+        const bool isNoLarger = median <= std::max(result.statistics.median * kHardlyLarger,
+                                                   areNearlyAll ? kDoubtfulDifference : kSmallDifference);
         const std::string shown = detail::generalText(median, 3);
         std::string text;
         if (other.pairs.size() * 2 >= pairs && isMuchSmaller(median))

@@ -53,8 +53,10 @@ struct ComparisonOptions {
     std::optional<std::string> observer; ///< "2 degree", "10" ...; none: likewise, else 2 degree
     std::string formula = "CIEDE2000";   ///< a name or a short form, see knownFormulas
     PairChoice pair = PairChoice::automatic;
-    std::string identifier;                ///< that PairChoice::identifiers takes; none: the first that pairs
-    std::optional<ColorSource> measuredAs; ///< none: spectra, else Lab, else XYZ
+    /// That pairs the rows, in any letter case; none: the first that pairs. It goes with
+    /// PairChoice::identifiers or automatic, and is refused with another choice.
+    std::string identifier;
+    std::optional<ColorSource> measuredAs;  ///< none: spectra, else Lab, else XYZ
     std::optional<ColorSource> referenceAs; ///< likewise
     bool force = false;                     ///< compares also what declares different conditions
 };

@@ -16,9 +16,17 @@ namespace qxcms::qc {
 
 namespace {
 
+// In percent. Whole numbers on two scales are rounded on each, by half a unit.
+double toleranceOf(const DeviceValues& measured, const DeviceValues& reference, const DeviceRanges& ranges) {
+    if (ranges.measured == ranges.reference || std::min(ranges.measured, ranges.reference) <= 1 ||
+        !measured.areWhole() || !reference.areWhole())
+        return kDeviceTolerance;
+    return std::max(kDeviceTolerance, 50.0 / ranges.measured + 50.0 / ranges.reference);
+}
+
 // On the grid.
-Coordinate tolerance() {
-    return static_cast<Coordinate>(std::lround(kDeviceTolerance * kUnitsPerPercent));
+Coordinate onGrid(double percent) {
+    return static_cast<Coordinate>(std::lround(percent * kUnitsPerPercent));
 }
 
 // The rows of one chart by their device values.
@@ -85,7 +93,7 @@ std::size_t groupOf(const Coordinate* point, const Groups& groups) {
 }
 
 // Two device values belong together when each is the other's only nearest one, as equal ones are.
-std::vector<Counterpart> counterparts(const Groups& measured, const Groups& reference) {
+std::vector<Counterpart> counterparts(const Groups& measured, const Groups& reference, Coordinate tolerance) {
     const PointIndex measuredIndex(measured.points);
     const PointIndex referenceIndex(reference.points);
     std::vector<Counterpart> result;
@@ -96,7 +104,7 @@ std::vector<Counterpart> counterparts(const Groups& measured, const Groups& refe
             result.push_back({Outcome::paired, equal});
             continue;
         }
-        const NearestPoint there = referenceIndex.nearest(measured.points.point(group), tolerance());
+        const NearestPoint there = referenceIndex.nearest(measured.points.point(group), tolerance);
         Counterpart counterpart{Outcome::alone, 0};
         if (there.point >= 0) {
             counterpart.reference = static_cast<std::size_t>(there.point);
@@ -124,8 +132,10 @@ struct Rows {
 
 struct Matching {
     DeviceRanges ranges;
+    double tolerance = kDeviceTolerance; // in percent
     std::vector<RowPair> pairs;
     int usedReference = 0;
+    int aside = 0; // measured rows that take no part
     Rows alone;
     Rows atATie;
     Rows outdone;
@@ -135,7 +145,8 @@ struct Matching {
     Rows offScale;
     Rows referenceOffScale;
 
-    int unusedMeasured() const { return alone.count + atATie.count + outdone.count + offScale.count; }
+    int unusedMeasured() const { return aside + alone.count + atATie.count + outdone.count + offScale.count; }
+    bool isOfUnequalRepeats() const { return againstMean.count > 0 || againstOne.count > 0; }
 };
 
 // Rows of equal device values pair first with first, or each with all.
@@ -153,7 +164,7 @@ void addPairs(const std::vector<int>& measured, const std::vector<int>& referenc
 Rows rowsOff(const DeviceValues& values, double range) {
     Rows rows;
     for (std::size_t row = 0; row < values.rows(); ++row)
-        if (!values.fits(row, range))
+        if (values.takesPart(row) && !values.fits(row, range))
             rows.add({static_cast<int>(row)});
     return rows;
 }
@@ -161,9 +172,11 @@ Rows rowsOff(const DeviceValues& values, double range) {
 Matching match(const DeviceValues& measured, const DeviceValues& reference, const DeviceRanges& ranges) {
     const Groups ours = grouped(measured, ranges.measured);
     const Groups theirs = grouped(reference, ranges.reference);
-    const std::vector<Counterpart> found = counterparts(ours, theirs);
     Matching matching;
     matching.ranges = ranges;
+    matching.tolerance = toleranceOf(measured, reference, ranges);
+    matching.aside = static_cast<int>(measured.rows() - measured.rowsThatTakePart());
+    const std::vector<Counterpart> found = counterparts(ours, theirs, onGrid(matching.tolerance));
     matching.offScale = rowsOff(measured, ranges.measured);
     matching.referenceOffScale = rowsOff(reference, ranges.reference);
     for (std::size_t group = 0; group < found.size(); ++group) {
@@ -194,6 +207,11 @@ constexpr double kTellingDifference = 1.0;
 constexpr double kMuchSmaller = 0.5;
 constexpr double kClearDifference = 3.0;
 constexpr double kVeryMuchSmaller = 0.25;
+// Scales that pair no more than one row of so many may be others ...
+constexpr std::size_t kNearlyNothing = 5;
+// ... if the smaller chart has so many rows, and the colours of the pairs differ by no more than this.
+constexpr std::size_t kFewestOfScale = 4;
+constexpr double kOneChart = 10.0;
 
 bool haveEqualPairs(const Matching& left, const Matching& right) {
     return std::equal(left.pairs.begin(), left.pairs.end(), right.pairs.begin(), right.pairs.end(),
@@ -250,8 +268,68 @@ Reading bestReading(const DeviceValues& measured, const DeviceValues& reference,
     Reading best;
     for (const DeviceRanges& ranges : possibleRanges(measured, reference))
         weigh(best, match(measured, reference, ranges), medianOf);
+    const std::size_t smaller = std::min(measured.rowsThatTakePart(), reference.rowsThatTakePart());
+    if (kNearlyNothing * best.matching.pairs.size() > smaller || smaller < kFewestOfScale)
+        return best;
+    for (const DeviceRanges& ranges : furtherRanges(measured, reference)) {
+        Matching next = match(measured, reference, ranges);
+        const bool pairsMost =
+            2 * next.pairs.size() > smaller && next.pairs.size() > best.matching.pairs.size();
+        if (pairsMost && medianOf && medianOf(next.pairs) <= kOneChart)
+            best = {std::move(next), std::nullopt, false};
+    }
     return best;
 }
+
+// Where the colours of the pure inks say that the charts number them differently: a pure ink of one chart
+// looks like another one of the other chart.
+class InkOrder {
+public:
+    InkOrder(const DeviceValues& measuredValues, const DeviceValues& referenceValues,
+             const DeviceRanges& ranges)
+        : measured(purest(measuredValues, ranges.measured)),
+          reference(purest(referenceValues, ranges.reference)) {}
+
+    // The channel of the reference that a channel of the measured chart looks like, where it is another one.
+    std::optional<std::size_t> counterpart(std::size_t channel, const MedianOf& medianOf) const {
+        const double own = difference(channel, channel, medianOf);
+        if (!(own > kOneChart))
+            return std::nullopt;
+        for (std::size_t other = 0; other < reference.size(); ++other)
+            if (difference(channel, other, medianOf) < own * kVeryMuchSmaller)
+                return other;
+        return std::nullopt;
+    }
+
+private:
+    // The row of the most of each ink alone; -1 where there is none of at least half.
+    static std::vector<int> purest(const DeviceValues& values, double range) {
+        std::vector<int> rows(values.channels, -1);
+        std::vector<double> most(values.channels, range / 2);
+        for (std::size_t row = 0; row < values.rows(); ++row) {
+            const auto first = values.values.begin() + static_cast<std::ptrdiff_t>(row * values.channels);
+            const auto last = first + static_cast<std::ptrdiff_t>(values.channels);
+            const auto inked = std::find_if(first, last, [](double value) { return value != 0; });
+            const bool isPure =
+                inked != last && std::all_of(inked + 1, last, [](double value) { return value == 0; });
+            const auto channel = static_cast<std::size_t>(inked - first);
+            if (!isPure || !values.fits(row, range) || *inked < most[channel])
+                continue;
+            rows[channel] = static_cast<int>(row);
+            most[channel] = *inked;
+        }
+        return rows;
+    }
+
+    double difference(std::size_t channel, std::size_t other, const MedianOf& medianOf) const {
+        if (measured[channel] < 0 || reference[other] < 0)
+            return std::nan("");
+        return medianOf({{measured[channel], {reference[other]}}});
+    }
+
+    std::vector<int> measured;
+    std::vector<int> reference;
+};
 
 /// Puts what there is to know about a pairing into words.
 class Words {
@@ -327,6 +405,11 @@ public:
         const auto tell = [&](Finding::Severity severity, const std::string& text) {
             add(findings, severity, Finding::Kind::ambiguousSamples, text);
         };
+        if (matching.tolerance > kDeviceTolerance)
+            tell(Finding::Severity::note,
+                 "the " + channels.name +
+                     " values are whole numbers of two scales, so that they pair within " +
+                     detail::generalText(matching.tolerance, 2) + " percent");
         const std::string colorants = differentColorants(measured, reference);
         if (!colorants.empty())
             tell(Finding::Severity::warning, colorants + "; they are taken for the same");
@@ -354,6 +437,38 @@ public:
             tell(Finding::Severity::warning, subject(matching.outdone, "lies", "lie") +
                                                  " near to a sample of " + referenceName +
                                                  " to which another measured one lies nearer; left out");
+    }
+
+    // Inks under numbers that colours contradict; CMYK and RGB say what they are.
+    void addInkOrder(const Matching& matching, const DeviceValues& referenceValues, const MedianOf& medianOf,
+                     std::vector<Finding>& findings) const {
+        if (!medianOf || channels.name == "CMYK" || channels.name == "RGB")
+            return;
+        const InkOrder order(measuredValues, referenceValues, matching.ranges);
+        std::string text;
+        for (std::size_t channel = 0; channel < measuredValues.channels; ++channel) {
+            const std::optional<std::size_t> other = order.counterpart(channel, medianOf);
+            if (other)
+                text += (text.empty() ? "" : ", ") +
+                        printable(measured.columnName(channels.measured[channel])) + " of " + measuredName +
+                        " as " + printable(reference.columnName(channels.reference[*other])) + " of " +
+                        referenceName;
+        }
+        if (!text.empty())
+            add(findings, Finding::Severity::warning, Finding::Kind::otherHues,
+                "the pure inks look as if the files held them in another order: " + text +
+                    "; name the columns of both files in one order");
+    }
+
+    // Repeated values may hide the samples of what is left out.
+    void addLeftOut(const Matching& matching, std::vector<Finding>& findings) const {
+        if (channels.leftOut.empty())
+            return;
+        const bool isDoubtful = channels.isPart() && matching.isOfUnequalRepeats();
+        add(findings, isDoubtful ? Finding::Severity::warning : Finding::Severity::note,
+            Finding::Kind::deviceScale,
+            channels.leftOut +
+                (isDoubtful ? "; check that the samples that repeat device values hold none either" : ""));
     }
 
 private:
@@ -397,8 +512,7 @@ private:
 
 Pairing pairByDeviceValues(const Chart& measured, const Chart& reference, const DeviceChannels& channels,
                            const MedianOf& medianOf) {
-    const DeviceValues ours = deviceValues(measured, channels.measured);
-    const DeviceValues theirs = deviceValues(reference, channels.reference);
+    const auto [ours, theirs] = sharedDeviceValues(measured, reference, channels);
     if (possibleRanges(ours, theirs).empty())
         throw Refusal(
             Refusal::Kind::notComparable,
@@ -409,7 +523,7 @@ Pairing pairByDeviceValues(const Chart& measured, const Chart& reference, const 
     if (matching.pairs.empty())
         throw Refusal(Refusal::Kind::notComparable,
                       "no " + channels.name + " value of " + printable(measured.name) +
-                          " has a counterpart within " + detail::generalText(kDeviceTolerance, 6) +
+                          " has a counterpart within " + detail::generalText(matching.tolerance, 2) +
                           " percent in " + printable(reference.name) +
                           ", so these seem to be two charts; --pair id or --pair order pairs them all the "
                           "same");
@@ -419,11 +533,11 @@ Pairing pairByDeviceValues(const Chart& measured, const Chart& reference, const 
     pairing.unusedMeasured = matching.unusedMeasured();
     pairing.unusedReference = reference.rows() - matching.usedReference;
     const Words words(measured, reference, channels, ours);
-    if (!channels.leftOut.empty())
-        pairing.findings.push_back({Finding::Severity::note, Finding::Kind::deviceScale, channels.leftOut});
+    words.addLeftOut(matching, pairing.findings);
     words.addScales(reading, theirs, pairing.findings);
     words.addOffScale(matching, theirs, pairing.findings);
     words.addDoubts(matching, theirs, pairing.findings);
+    words.addInkOrder(matching, theirs, medianOf, pairing.findings);
     pairing.pairs = std::move(matching.pairs);
     addUnusedSamples(
         measured, reference, [&](int row) { return words.valueOf(row); }, pairing);
@@ -443,6 +557,7 @@ Contradiction contradiction(const DeviceValues& measuredValues, const DeviceValu
                             const DeviceRanges& ranges, const std::vector<RowPair>& pairs) {
     const PointSet measured = onGrid(measuredValues, ranges.measured);
     const PointSet reference = onGrid(referenceValues, ranges.reference);
+    const Coordinate tolerance = onGrid(toleranceOf(measuredValues, referenceValues, ranges));
     Contradiction result;
     for (const RowPair& pair : pairs) {
         const auto row = static_cast<std::size_t>(pair.measured);
@@ -452,7 +567,7 @@ Contradiction contradiction(const DeviceValues& measuredValues, const DeviceValu
         const Coordinate* ours = measured.point(row);
         const Coordinate* theirs = reference.point(other);
         for (std::size_t channel = 0; channel < measured.dimensions; ++channel) {
-            if (std::abs(ours[channel] - theirs[channel]) <= tolerance())
+            if (std::abs(ours[channel] - theirs[channel]) <= tolerance)
                 continue;
             if (result.count++ == 0) {
                 result.first = pair;
@@ -469,14 +584,13 @@ Contradiction contradiction(const DeviceValues& measuredValues, const DeviceValu
 std::optional<Finding> differentDeviceValues(const Chart& measured, const Chart& reference,
                                              const DeviceChannels& channels,
                                              const std::vector<RowPair>& pairs) {
-    DeviceValues ours;
-    DeviceValues theirs;
+    SharedDeviceValues both;
     try {
-        ours = deviceValues(measured, channels.measured);
-        theirs = deviceValues(reference, channels.reference);
+        both = sharedDeviceValues(measured, reference, channels);
     } catch (const Refusal&) {
         return std::nullopt;
     }
+    const auto& [ours, theirs] = both;
     std::optional<Contradiction> least;
     for (const DeviceRanges& ranges : possibleRanges(ours, theirs)) {
         const Contradiction found = contradiction(ours, theirs, ranges, pairs);

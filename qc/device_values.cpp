@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <limits>
+#include <utility>
 
 #include "base/number_text.h"
 #include "platform/utility.h"
 #include "qc/chart_numbers.h"
+#include "qc/count_text.h"
 #include "qc/pairing.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
@@ -205,19 +208,64 @@ Channels others(const Channels& channels, const Channels& known) {
     return result;
 }
 
-bool isZeroThroughout(const Chart& chart, const Channel& channel) {
-    for (int row = 0; row < chart.rows(); ++row)
-        if (numberAt(chart, row, channel.column) != 0)
-            return false;
-    return true;
+std::string listed(const Channels& channels) {
+    std::string names;
+    for (const Channel& channel : channels)
+        names += (names.empty() ? "" : ", ") + channel.name;
+    return printable(names);
 }
 
 std::string leftOut(const Chart& chart, const Channels& unused, const Chart& other) {
-    std::string names;
-    for (const Channel& channel : unused)
-        names += (names.empty() ? "" : ", ") + channel.name;
-    return printable(chart.name) + ": " + printable(names) + (unused.size() == 1 ? " is" : " are") +
+    return printable(chart.name) + ": " + listed(unused) + (unused.size() == 1 ? " is" : " are") +
            " 0 on every row and left out, as " + printable(other.name) + " has no such values";
+}
+
+// The rows that hold something in columns of one chart alone.
+std::vector<bool> rowsWith(const Chart& chart, const Columns& columns) {
+    std::vector<bool> rows;
+    for (int row = 0; row < chart.rows(); ++row)
+        rows.push_back(std::any_of(columns.begin(), columns.end(),
+                                   [&](std::int32_t column) { return numberAt(chart, row, column) != 0; }));
+    return rows;
+}
+
+bool isDoubtful(const Chart& chart, const Columns& columns) {
+    return std::any_of(chart.doubts.begin(), chart.doubts.end(), [&](const DoubtfulValue& doubt) {
+        return std::find(columns.begin(), columns.end(), doubt.column) != columns.end();
+    });
+}
+
+Columns columnsOf(const Channels& channels) {
+    Columns columns;
+    for (const Channel& channel : channels)
+        columns.push_back(channel.column);
+    return columns;
+}
+
+// What takes no part of a chart that has more channels than another one: the columns that are 0 throughout,
+// or the rows that are not.
+struct Surplus {
+    Columns columns; // none where they are 0 throughout
+    std::string words;
+};
+
+// Nothing where too few rows would be left for the other chart, which may hold them all without these
+// columns.
+std::optional<Surplus> surplusOf(const Chart& chart, const Channels& unused, const Chart& other) {
+    if (unused.empty())
+        return Surplus{{}, ""};
+    const Columns columns = columnsOf(unused);
+    if (hasGap(columns))
+        return std::nullopt;
+    const std::vector<bool> rows = rowsWith(chart, columns);
+    const auto with = static_cast<int>(std::count(rows.begin(), rows.end(), true));
+    if (with == 0)
+        return Surplus{{}, leftOut(chart, unused, other)};
+    if (chart.rows() - with < std::max(other.rows(), 1) || isDoubtful(chart, columns))
+        return std::nullopt;
+    return Surplus{columns, printable(chart.name) + ": " + countText(static_cast<std::size_t>(with)) +
+                                " of " + countText(rows.size()) + " samples hold " + listed(unused) +
+                                " and take no part, as " + printable(other.name) + " has no such values"};
 }
 
 std::optional<DeviceChannels> sharedInks(const Chart& measured, const Channels& ours, const Chart& reference,
@@ -227,21 +275,20 @@ std::optional<DeviceChannels> sharedInks(const Chart& measured, const Channels& 
     const bool reversed = oursAlone.empty();
     const Chart& chart = reversed ? reference : measured;
     const Channels& unused = reversed ? theirsAlone : oursAlone;
-    const bool isZero = std::all_of(unused.begin(), unused.end(), [&](const Channel& channel) {
-        return channel.column >= 0 && isZeroThroughout(chart, channel);
-    });
     const Channels shared = others(ours, oursAlone);
-    if ((!oursAlone.empty() && !theirsAlone.empty()) || !isZero || shared.empty())
+    if ((!oursAlone.empty() && !theirsAlone.empty()) || shared.empty())
         return std::nullopt;
-    DeviceChannels channels{nameOf(shared), {}, {}, ""};
+    std::optional<Surplus> surplus = surplusOf(chart, unused, reversed ? measured : reference);
+    if (!surplus)
+        return std::nullopt;
+    DeviceChannels channels{nameOf(shared), {}, {}, std::move(surplus->words)};
+    (reversed ? channels.referenceAlone : channels.measuredAlone) = std::move(surplus->columns);
     for (const Channel& channel : shared) {
         const auto other = std::find_if(theirs.begin(), theirs.end(),
                                         [&](const Channel& c) { return c.name == channel.name; });
         channels.measured.push_back(channel.column);
         channels.reference.push_back(other->column);
     }
-    if (!unused.empty())
-        channels.leftOut = leftOut(chart, unused, reversed ? measured : reference);
     return channels;
 }
 
@@ -302,6 +349,8 @@ struct Usual {
 Usual usualRows(const DeviceValues& device) {
     Usual usual;
     for (std::size_t row = 0; row < device.rows(); ++row) {
+        if (!device.takesPart(row))
+            continue;
         const auto first = device.values.begin() + static_cast<std::ptrdiff_t>(row * device.channels);
         const double most = *std::max_element(first, first + static_cast<std::ptrdiff_t>(device.channels));
         if (most > kUsualLargest)
@@ -312,10 +361,19 @@ Usual usualRows(const DeviceValues& device) {
     return usual;
 }
 
+double largestOf(const DeviceValues& device) {
+    double largest = -std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < device.values.size(); ++i)
+        if (device.takesPart(i / device.channels))
+            largest = std::max(largest, device.values[i]);
+    return largest;
+}
+
 double rangeOf(const DeviceValues& device) {
     const Usual usual = usualRows(device);
-    const bool areMoreThanFew = kFewRows * (device.rows() - usual.rows) >= device.rows();
-    const double largest = *std::max_element(device.values.begin(), device.values.end());
+    const std::size_t rows = device.rowsThatTakePart();
+    const bool areMoreThanFew = kFewRows * (rows - usual.rows) >= rows;
+    const double largest = largestOf(device);
     const double range = deviceRange(areMoreThanFew ? largest : usual.largest);
     if (range >= 0 && device.mostFit(range == 0 ? kScales[0].range : range))
         return range;
@@ -368,13 +426,32 @@ double deviceRange(double largest) {
 }
 
 bool DeviceValues::areEqualOnEveryRow() const {
-    return std::equal(values.begin() + static_cast<std::ptrdiff_t>(channels), values.end(), values.begin());
+    std::optional<std::size_t> first;
+    for (std::size_t row = 0; row < rows(); ++row) {
+        if (!takesPart(row))
+            continue;
+        const auto begin = values.begin() + static_cast<std::ptrdiff_t>(row * channels);
+        const auto other = values.begin() + static_cast<std::ptrdiff_t>(first.value_or(row) * channels);
+        if (!std::equal(begin, begin + static_cast<std::ptrdiff_t>(channels), other))
+            return false;
+        first = first.value_or(row);
+    }
+    return true;
+}
+
+bool DeviceValues::areWhole() const {
+    return std::all_of(values.begin(), values.end(), [](double value) { return value == std::floor(value); });
+}
+
+std::size_t DeviceValues::rowsThatTakePart() const {
+    return rows() - static_cast<std::size_t>(std::count(aside.begin(), aside.end(), true));
 }
 
 bool DeviceValues::fits(std::size_t row, double scale) const {
     const auto first = values.begin() + static_cast<std::ptrdiff_t>(row * channels);
     const double top = topOf(scale);
-    return std::all_of(first, first + static_cast<std::ptrdiff_t>(channels),
+    return takesPart(row) &&
+           std::all_of(first, first + static_cast<std::ptrdiff_t>(channels),
                        [&](double value) { return value >= -kBelowZero * scale && value <= top; });
 }
 
@@ -382,13 +459,15 @@ bool DeviceValues::mostFit(double scale) const {
     std::size_t fitting = 0;
     for (std::size_t row = 0; row < rows(); ++row)
         fitting += fits(row, scale) ? 1U : 0U;
-    return 2 * fitting > rows();
+    return 2 * fitting > rowsThatTakePart();
 }
 
-DeviceValues deviceValues(const Chart& chart, const std::vector<std::int32_t>& columns) {
+namespace {
+
+DeviceValues deviceValues(const Chart& chart, const Columns& columns, const Columns& alone) {
     requireNumbers(chart, columns);
     const auto channels = static_cast<int>(columns.size());
-    DeviceValues result{columns.size(), {}, 0};
+    DeviceValues result{columns.size(), {}, 0, alone.empty() ? std::vector<bool>() : rowsWith(chart, alone)};
     result.values.reserve(columns.size() * static_cast<std::size_t>(chart.rows()));
     for (int row = 0; row < chart.rows(); ++row) {
         for (const std::int32_t column : columns)
@@ -398,6 +477,14 @@ DeviceValues deviceValues(const Chart& chart, const std::vector<std::int32_t>& c
     }
     result.range = rangeOf(result);
     return result;
+}
+
+} // namespace
+
+SharedDeviceValues sharedDeviceValues(const Chart& measured, const Chart& reference,
+                                      const DeviceChannels& channels) {
+    return {deviceValues(measured, channels.measured, channels.measuredAlone),
+            deviceValues(reference, channels.reference, channels.referenceAlone)};
 }
 
 std::vector<DeviceRanges> possibleRanges(const DeviceValues& measured, const DeviceValues& reference) {
@@ -419,10 +506,26 @@ std::vector<DeviceRanges> possibleRanges(const DeviceValues& measured, const Dev
     return ranges;
 }
 
+std::vector<DeviceRanges> furtherRanges(const DeviceValues& measured, const DeviceValues& reference) {
+    std::vector<DeviceRanges> ranges;
+    if (measured.range <= 0 || reference.range <= 0)
+        return ranges;
+    const auto isAnother = [](const Scale& scale, const DeviceValues& values) {
+        return scale.smallestTop == 0 && scale.range != values.range && values.mostFit(scale.range);
+    };
+    for (const Scale& scale : kScales) {
+        if (isAnother(scale, measured))
+            ranges.push_back({scale.range, reference.range});
+        if (isAnother(scale, reference))
+            ranges.push_back({measured.range, scale.range});
+    }
+    return ranges;
+}
+
 std::string strangeValue(const Chart& measured, const Chart& reference, const DeviceChannels& channels) {
-    const DeviceValues ours = deviceValues(measured, channels.measured);
-    const bool isOurs = ours.range < 0;
-    const DeviceValues values = isOurs ? ours : deviceValues(reference, channels.reference);
+    const SharedDeviceValues both = sharedDeviceValues(measured, reference, channels);
+    const bool isOurs = both.measured.range < 0;
+    const DeviceValues& values = isOurs ? both.measured : both.reference;
     const std::vector<std::int32_t>& columns = isOurs ? channels.measured : channels.reference;
     const auto [least, largest] = std::minmax_element(values.values.begin(), values.values.end());
     const auto strange = deviceRange(*largest) < 0 ? largest : least;

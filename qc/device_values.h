@@ -18,13 +18,19 @@ struct DeviceChannels {
     std::string name;                    ///< "CMYK", "6CLR", "PC2", "SPOT", "CMYK and SPOT", "CMY", "RGB"
     std::vector<std::int32_t> measured;  ///< the columns by channel
     std::vector<std::int32_t> reference; ///< as many
-    std::string leftOut;                 ///< which channels of one chart alone are 0 throughout, and left out
+    std::string leftOut;                 ///< what of one chart alone takes no part, in words; else empty
+    std::vector<std::int32_t> measuredAlone = {}; ///< columns of one chart alone: rows that are not 0 in them
+    std::vector<std::int32_t> referenceAlone = {}; ///< take no part
+
+    /// Whether rows of one chart take no part.
+    bool isPart() const { return !measuredAlone.empty() || !referenceAlone.empty(); }
 };
 
 /// Process and spot colours, also those that the kernel does not know for such but whose columns hold numbers
 /// and are named alike ("CMY_C", "4CLR_1", "SPOT_7"); RGB where not both charts have any. Channels that one
-/// chart has in addition are left out where they are 0 throughout. Nothing where the channels are not the
-/// same, or where their numbering has a gap.
+/// chart has in addition are left out where they are 0 throughout; where they are 0 on as many rows as the
+/// other chart has, or more, these rows alone take part. Nothing where the channels are not the same, or
+/// where their numbering has a gap.
 std::optional<DeviceChannels> sharedChannels(const Chart& measured, const Chart& reference);
 
 /// What the device values of a chart are, as in DeviceChannels; empty where it has none.
@@ -45,17 +51,28 @@ struct DeviceValues {
     std::vector<double> values;
     double range; ///< the smallest that holds them, but for less than half of the rows; 0 when all of them
                   ///< are 0, -1 when there is none
+    std::vector<bool> aside = {}; ///< the rows that take no part; empty where all do
 
     bool areEqualOnEveryRow() const;
+    bool areWhole() const;
     std::size_t rows() const { return values.size() / channels; }
-    /// Whether all values of a row lie on a scale.
+    bool takesPart(std::size_t row) const { return aside.empty() || !aside[row]; }
+    std::size_t rowsThatTakePart() const;
+    /// Whether a row takes part, and all of its values lie on a scale.
     bool fits(std::size_t row, double scale) const;
-    /// Whether more than half of the rows do.
+    /// Whether more than half of the rows that take part do.
     bool mostFit(double scale) const;
 };
 
+/// Of the channels that two charts share.
+struct SharedDeviceValues {
+    DeviceValues measured;
+    DeviceValues reference;
+};
+
 /// @throws Refusal (unreadable) for a value that is no finite number.
-DeviceValues deviceValues(const Chart& chart, const std::vector<std::int32_t>& columns);
+SharedDeviceValues sharedDeviceValues(const Chart& measured, const Chart& reference,
+                                      const DeviceChannels& channels);
 
 /// The ranges that the values of two charts are taken to have.
 struct DeviceRanges {
@@ -67,6 +84,10 @@ struct DeviceRanges {
 /// chart and have the range of the other (dark patches of an RGB chart stay below 100), and a few rows of the
 /// other may be wrong. None where a side is on no scale.
 std::vector<DeviceRanges> possibleRanges(const DeviceValues& measured, const DeviceValues& reference);
+
+/// Those in which one side has another of the usual ranges 0 to 1, 100 and 255 that most of its rows fit,
+/// which a part of a chart may have.
+std::vector<DeviceRanges> furtherRanges(const DeviceValues& measured, const DeviceValues& reference);
 
 /// Names the first value that is on no scale, of charts that have no possible ranges.
 std::string strangeValue(const Chart& measured, const Chart& reference, const DeviceChannels& channels);

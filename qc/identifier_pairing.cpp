@@ -6,8 +6,10 @@
 #include <unordered_map>
 #include <utility>
 
+#include "platform/utility.h"
 #include "qc/device_values.h"
 #include "qc/printable_text.h"
+#include "qc/refusal.h"
 #include "qc/unused_samples.h"
 
 namespace qxcms::qc {
@@ -16,6 +18,10 @@ namespace {
 
 using Texts = std::vector<std::string>;
 using RowOfText = std::unordered_map<std::string, int>;
+
+constexpr const char* kKnownIdentifiers = "SampleID, SAMPLE_ID, SAMPLE_NAME or SAMPLE_LOC";
+// One name may stand in two columns by chance.
+constexpr std::size_t kFewestAcross = 2;
 
 Texts textsOf(const Chart& chart, int column) {
     Texts texts;
@@ -98,12 +104,38 @@ std::string plainText(const std::string& text) {
     return plain;
 }
 
-// The texts in that form; none where two of them are the same in it.
-Texts plainTexts(const Texts& texts) {
-    Texts plain;
-    plain.reserve(texts.size());
-    std::transform(texts.begin(), texts.end(), std::back_inserter(plain), plainText);
-    return rowsByText(plain).size() == texts.size() ? plain : Texts();
+bool isSeparator(char c) {
+    return c == ' ' || c == '\t' || c == '_' || c == '-';
+}
+
+// That form without blanks, "_" and "-": "A1" for "A 01", "A_1" and "a-1 ". Between numbers ("1-12", "11 2")
+// and in front of one ("-5") something stands for them.
+std::string joinedText(const std::string& text) {
+    const std::string plain = plainText(text);
+    std::string joined;
+    for (std::size_t i = 0; i < plain.size(); ++i) {
+        if (!isSeparator(plain[i])) {
+            joined += plain[i];
+            continue;
+        }
+        const bool isSign = joined.empty() && plain[i] == '-';
+        while (i + 1 < plain.size() && isSeparator(plain[i + 1]))
+            ++i;
+        const bool isBehindNumber = !joined.empty() && isDigit(joined.back());
+        if ((isSign || isBehindNumber) && i + 1 < plain.size() && isDigit(plain[i + 1]))
+            joined += '-';
+    }
+    return joined.empty() ? plain : joined;
+}
+
+using Form = std::string (*)(const std::string&);
+
+// The texts in a form; none where two of them are the same in it.
+Texts inForm(const Texts& texts, Form form) {
+    Texts result;
+    result.reserve(texts.size());
+    std::transform(texts.begin(), texts.end(), std::back_inserter(result), form);
+    return rowsByText(result).size() == texts.size() ? result : Texts();
 }
 
 std::vector<RowPair> pairsOf(const Texts& measured, const Texts& reference) {
@@ -118,10 +150,41 @@ std::vector<RowPair> pairsOf(const Texts& measured, const Texts& reference) {
     return pairs;
 }
 
-std::vector<RowPair> pairsAsText(const Texts& measured, const Texts& reference) {
-    const Texts ours = plainTexts(measured);
-    const Texts theirs = plainTexts(reference);
-    return ours.empty() || theirs.empty() ? pairsOf(measured, reference) : pairsOf(ours, theirs);
+// Pairs, and how their texts are compared.
+struct Agreement {
+    std::vector<RowPair> pairs;
+    const char* manner;
+};
+
+// In the strictest form that pairs the most, of those that keep the texts apart.
+Agreement agreementAsText(const Texts& measured, const Texts& reference) {
+    struct Manner {
+        Form form;
+        const char* words;
+    };
+    constexpr Manner kManners[] = {
+        {plainText, "without regard to letter case and leading zeros"},
+        {joinedText, "without regard to letter case, leading zeros, blanks, \"_\" and \"-\""}};
+    Agreement agreement{pairsOf(measured, reference), ""};
+    for (const Manner& manner : kManners) {
+        const Texts ours = inForm(measured, manner.form);
+        const Texts theirs = inForm(reference, manner.form);
+        if (ours.empty() || theirs.empty())
+            continue;
+        std::vector<RowPair> pairs = pairsOf(ours, theirs);
+        if (pairs.size() > agreement.pairs.size())
+            agreement = {std::move(pairs), manner.words};
+    }
+    return agreement;
+}
+
+// As numbers where all of them are whole numbers.
+Agreement agreementOf(const Texts& measured, const Texts& reference) {
+    const Texts ours = wholeNumbers(measured);
+    const Texts theirs = wholeNumbers(reference);
+    if (!ours.empty() && !theirs.empty())
+        return {pairsOf(ours, theirs), "as a number"};
+    return agreementAsText(measured, reference);
 }
 
 // A note where texts that are written differently were paired.
@@ -157,46 +220,51 @@ void addCounting(const char* name, const Texts& measured, const Texts& reference
          std::string(name) + " only counts the rows of both files, so that they are paired in their order"});
 }
 
+// Counts the rows without a counterpart, and tells them.
+void addUnused(const char* name, const Chart& measured, const Chart& reference, const Texts& texts,
+               Pairing& pairing) {
+    pairing.unusedMeasured = measured.rows() - static_cast<int>(pairing.pairs.size());
+    pairing.unusedReference = reference.rows() - static_cast<int>(pairing.pairs.size());
+    const auto nameOf = [&](int row) { return name + (' ' + quoted(texts[static_cast<std::size_t>(row)])); };
+    addUnusedSamples(measured, reference, nameOf, pairing);
+}
+
 // Pairs by one identifier that both charts have.
 IdentifierPairing pairBy(const char* name, const Chart& measured, int measuredColumn, const Chart& reference,
                          int referenceColumn) {
     const Texts ours = textsOf(measured, measuredColumn);
     const Texts theirs = textsOf(reference, referenceColumn);
-    IdentifierPairing result{{PairRule::identifiers, name, {}, 0, 0, {}}, uselessness(measured, name, ours)};
+    IdentifierPairing result{
+        {PairRule::identifiers, name, {}, 0, 0, {}}, uselessness(measured, name, ours), ""};
     if (result.problem.empty())
         result.problem = uselessness(reference, name, theirs);
     if (!result.problem.empty())
         return result;
     Pairing& pairing = result.pairing;
     pairing.isUnconfirmed = true;
-    const Texts ourNumbers = wholeNumbers(ours);
-    const Texts theirNumbers = wholeNumbers(theirs);
-    const bool asNumbers = !ourNumbers.empty() && !theirNumbers.empty();
-    if (asNumbers)
-        pairing.pairs = pairsOf(ourNumbers, theirNumbers);
-    else
-        pairing.pairs = pairsAsText(ours, theirs);
+    Agreement agreement = agreementOf(ours, theirs);
+    pairing.pairs = std::move(agreement.pairs);
     if (pairing.pairs.empty()) {
         result.problem = std::string("no ") + name + " of " + printable(measured.name) + " stands in " +
                          printable(reference.name) + " too";
         return result;
     }
-    pairing.unusedMeasured = measured.rows() - static_cast<int>(pairing.pairs.size());
-    pairing.unusedReference = reference.rows() - static_cast<int>(pairing.pairs.size());
-    addSpelling(name, asNumbers ? "as a number" : "without regard to letter case and leading zeros", ours,
-                theirs, pairing);
-    const auto nameOf = [&](int row) { return name + (' ' + quoted(ours[static_cast<std::size_t>(row)])); };
-    addUnusedSamples(measured, reference, nameOf, pairing);
+    addSpelling(name, agreement.manner, ours, theirs, pairing);
+    addUnused(name, measured, reference, ours, pairing);
     addCounting(name, ours, theirs,
                 nameOfDeviceValues(measured).empty() == nameOfDeviceValues(reference).empty(), pairing);
     return result;
 }
 
+int columnNamed(const Chart& chart, const char* name) {
+    return chart.document->GetFieldNameIndex(chart.table, name);
+}
+
 // Nothing where not both charts have the column.
 std::optional<IdentifierPairing> pairByColumn(const char* name, const Chart& measured,
                                               const Chart& reference) {
-    const int ours = measured.document->GetFieldNameIndex(measured.table, name);
-    const int theirs = reference.document->GetFieldNameIndex(reference.table, name);
+    const int ours = columnNamed(measured, name);
+    const int theirs = columnNamed(reference, name);
     if (ours < 0 || theirs < 0)
         return std::nullopt;
     return pairBy(name, measured, ours, reference, theirs);
@@ -226,12 +294,112 @@ void addContradiction(const Chart& measured, const Pairing& other, Pairing& pair
     }
 }
 
+// An identifier whose texts are more than numbers of rows.
+struct NameColumn {
+    std::string name;
+    Texts texts;
+    std::string problem; // why it does not tell the rows apart; empty where it does
+};
+
+std::vector<NameColumn> nameColumns(const Chart& chart) {
+    std::vector<NameColumn> columns;
+    for (const char* name : kIdentifiers) {
+        const int column = columnNamed(chart, name);
+        if (column < 0)
+            continue;
+        Texts texts = textsOf(chart, column);
+        std::string problem = uselessness(chart, name, texts);
+        if (!problem.empty() || wholeNumbers(texts).empty())
+            columns.push_back({name, std::move(texts), std::move(problem)});
+    }
+    return columns;
+}
+
+// At least half of the rows of the smaller chart.
+bool areMost(std::size_t rows, const Chart& measured, const Chart& reference) {
+    const auto smaller = static_cast<std::size_t>(std::min(measured.rows(), reference.rows()));
+    return rows >= kFewestAcross && 2 * rows >= smaller;
+}
+
+std::string acrossWords(const NameColumn& left, const Chart& measured, const NameColumn& right,
+                        const Chart& reference) {
+    return left.name + " of " + printable(measured.name) + " holds what " + right.name + " of " +
+           printable(reference.name) + " does";
+}
+
+// Where an identifier of one chart would pair with another one of the other chart if it told the rows apart.
+std::string problemAcross(const Chart& measured, const Chart& reference) {
+    const std::vector<NameColumn> theirs = nameColumns(reference);
+    for (const NameColumn& left : nameColumns(measured)) {
+        for (const NameColumn& right : theirs) {
+            if (left.name == right.name || (left.problem.empty() && right.problem.empty()))
+                continue;
+            RowOfText known;
+            for (const std::string& text : right.texts)
+                known.emplace(joinedText(text), 0);
+            const auto shared =
+                std::count_if(left.texts.begin(), left.texts.end(),
+                              [&](const std::string& text) { return known.count(joinedText(text)) != 0; });
+            if (areMost(static_cast<std::size_t>(shared), measured, reference))
+                return acrossWords(left, measured, right, reference) + ", but " +
+                       (left.problem.empty() ? right.problem : left.problem);
+        }
+    }
+    return "";
+}
+
+// Where an identifier of one chart holds what another one of the other chart holds, in most rows; without
+// pairs where none does.
+Pairing pairAcross(const Chart& measured, const Chart& reference) {
+    const std::vector<NameColumn> ours = nameColumns(measured);
+    const std::vector<NameColumn> theirs = nameColumns(reference);
+    Agreement best{{}, ""};
+    const NameColumn* one = nullptr;
+    const NameColumn* other = nullptr;
+    for (const NameColumn& left : ours) {
+        for (const NameColumn& right : theirs) {
+            if (left.name == right.name || !left.problem.empty() || !right.problem.empty())
+                continue;
+            Agreement found = agreementAsText(left.texts, right.texts);
+            if (found.pairs.size() <= best.pairs.size())
+                continue;
+            best = std::move(found);
+            one = &left;
+            other = &right;
+        }
+    }
+    Pairing pairing{PairRule::identifiers, "", {}, 0, 0, {}};
+    if (!areMost(best.pairs.size(), measured, reference))
+        return pairing;
+    pairing.by = one->name + " against " + other->name;
+    pairing.pairs = std::move(best.pairs);
+    pairing.isUnconfirmed = true;
+    const RowPair& first = pairing.pairs.front();
+    pairing.findings.push_back(
+        {Finding::Severity::warning, Finding::Kind::ambiguousSamples,
+         acrossWords(*one, measured, *other, reference) + " (" +
+             quoted(one->texts[static_cast<std::size_t>(first.measured)]) + " and " +
+             quoted(other->texts[static_cast<std::size_t>(first.reference.front())]) +
+             "), so that rows are paired by these; check that both name the samples, and give both files one "
+             "column of these names"});
+    addUnused(one->name.c_str(), measured, reference, one->texts, pairing);
+    return pairing;
+}
+
+bool isIdentifier(const std::string& name) {
+    return std::any_of(std::begin(kIdentifiers), std::end(kIdentifiers),
+                       [&](const char* known) { return strcmp_ci(known, name.c_str()) == 0; });
+}
+
 } // namespace
 
 IdentifierPairing pairByIdentifier(const Chart& measured, const Chart& reference, const std::string& only) {
-    IdentifierPairing result{{}, ""};
+    if (!only.empty() && !isIdentifier(only))
+        throw Refusal(Refusal::Kind::usage,
+                      quoted(only) + " is no identifier; known are " + kKnownIdentifiers);
+    IdentifierPairing result{{}, "", ""};
     for (const char* name : kIdentifiers) {
-        if (!only.empty() && only != name)
+        if (!only.empty() && strcmp_ci(only.c_str(), name) != 0)
             continue;
         const std::optional<IdentifierPairing> found = pairByColumn(name, measured, reference);
         if (!found)
@@ -244,10 +412,28 @@ IdentifierPairing pairByIdentifier(const Chart& measured, const Chart& reference
             result.problem = found->problem;
     }
     if (result.pairing.pairs.empty() && result.problem.empty())
-        result.problem =
-            only.empty() ? "the files share no identifier (SampleID, SAMPLE_ID, SAMPLE_NAME or SAMPLE_LOC)"
-                         : "the files do not both have " + only;
+        result.problem = only.empty()
+                             ? "the files share no identifier (" + std::string(kKnownIdentifiers) + ")"
+                             : "the files do not both have " + only;
+    if (!result.pairing.pairs.empty() || !only.empty())
+        return result;
+    Pairing across = pairAcross(measured, reference);
+    if (!across.pairs.empty()) {
+        const std::string doubt =
+            result.problem + "; the colours of rows that share a text in " + across.by + " differ";
+        return {std::move(across), "", doubt};
+    }
+    const std::string problem = problemAcross(measured, reference);
+    if (!problem.empty())
+        result.problem += "; " + problem;
     return result;
+}
+
+bool onlyCountsRows(const Chart& measured, const Chart& reference, const std::string& identifier) {
+    const int ours = columnNamed(measured, identifier.c_str());
+    const int theirs = columnNamed(reference, identifier.c_str());
+    return ours >= 0 && theirs >= 0 && countRows(textsOf(measured, ours)) &&
+           countRows(textsOf(reference, theirs));
 }
 
 std::vector<Pairing> pairByEachIdentifier(const Chart& measured, const Chart& reference) {

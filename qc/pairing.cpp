@@ -20,6 +20,11 @@ constexpr std::size_t kFieldTextSize = 512;
 
 using Channels = std::optional<DeviceChannels>;
 
+// Device values that pair no more than one row of so many name no samples where identifiers do, and the
+// median difference by these is no larger than this.
+constexpr std::size_t kNearlyNothing = 10;
+constexpr double kOneChart = 10.0;
+
 constexpr const char* kNoSharedChannels = "the files do not hold the same device values (CMYK, PC, n-colour, "
                                           "SPOT or RGB columns, every channel once)";
 
@@ -54,8 +59,16 @@ Pairing byDeviceValues(const Chart& measured, const Chart& reference, const Chan
     return pairByDeviceValues(measured, reference, *channels, medianOf);
 }
 
-Pairing byIdentifiers(const Chart& measured, const Chart& reference, const std::string& identifier) {
-    IdentifierPairing found = pairByIdentifier(measured, reference, identifier);
+// Columns of different names pair charts of one chart's colours only.
+IdentifierPairing confirmed(IdentifierPairing found, const MedianOf& medianOf) {
+    if (!found.doubt.empty() && medianOf && medianOf(found.pairing.pairs) > kOneChart)
+        found.problem = found.doubt;
+    return found;
+}
+
+Pairing byIdentifiers(const Chart& measured, const Chart& reference, const std::string& identifier,
+                      const MedianOf& medianOf) {
+    IdentifierPairing found = confirmed(pairByIdentifier(measured, reference, identifier), medianOf);
     if (!found.problem.empty())
         throw notComparable(found.problem + remedy(measured, reference));
     return std::move(found.pairing);
@@ -64,7 +77,7 @@ Pairing byIdentifiers(const Chart& measured, const Chart& reference, const std::
 // Identifiers that stand in another row of the reference.
 std::optional<Finding> displacedIdentifiers(const Chart& measured, const Chart& reference) {
     const IdentifierPairing found = pairByIdentifier(measured, reference);
-    if (!found.problem.empty())
+    if (!found.problem.empty() || !found.doubt.empty())
         return std::nullopt;
     const std::vector<RowPair>& pairs = found.pairing.pairs;
     const auto isDisplaced = [](const RowPair& pair) { return pair.reference.front() != pair.measured; };
@@ -129,8 +142,7 @@ void addContradiction(const Chart& measured, const Chart& reference, const Chann
 // Why shared device values cannot be used, and how serious that is; nothing where they can.
 std::optional<Finding> uselessness(const Chart& measured, const Chart& reference,
                                    const DeviceChannels& channels) {
-    const DeviceValues ours = deviceValues(measured, channels.measured);
-    const DeviceValues theirs = deviceValues(reference, channels.reference);
+    const auto [ours, theirs] = sharedDeviceValues(measured, reference, channels);
     if (possibleRanges(ours, theirs).empty())
         return Finding{Finding::Severity::warning, Finding::Kind::deviceScale,
                        strangeValue(measured, reference, channels) + "; the " + channels.name +
@@ -149,13 +161,72 @@ bool canConfirm(const Chart& measured, const Chart& reference, const Channels& c
     }
 }
 
-Pairing byWhatThereIs(const Chart& measured, const Chart& reference, const Channels& channels,
+// The first identifier that names samples, pairs all of the smaller chart, and whose colours are those of one
+// chart; nothing where colours are not looked at.
+std::optional<Pairing> byIdentifierOfOneChart(const Chart& measured, const Chart& reference,
+                                              const MedianOf& medianOf) {
+    if (!medianOf)
+        return std::nullopt;
+    const auto smaller = static_cast<std::size_t>(std::min(measured.rows(), reference.rows()));
+    for (Pairing& pairing : pairByEachIdentifier(measured, reference))
+        if (pairing.pairs.size() == smaller && !onlyCountsRows(measured, reference, pairing.by) &&
+            medianOf(pairing.pairs) <= kOneChart)
+            return std::move(pairing);
+    return std::nullopt;
+}
+
+// Device values that pair nearly nothing, such as the readings of a scanner, are no names of samples.
+Pairing byTellingDeviceValues(const Chart& measured, const Chart& reference, const DeviceChannels& channels,
+                              const MedianOf& medianOf) {
+    std::optional<Pairing> found;
+    std::optional<Refusal> refusal;
+    try {
+        found = pairByDeviceValues(measured, reference, channels, medianOf);
+    } catch (const Refusal& reason) {
+        if (reason.kind() != Refusal::Kind::notComparable)
+            throw;
+        refusal = reason;
+    }
+    const std::size_t pairs = found ? found->pairs.size() : 0;
+    const auto smaller = static_cast<std::size_t>(std::min(measured.rows(), reference.rows()));
+    if (kNearlyNothing * pairs <= smaller) {
+        std::optional<Pairing> other = byIdentifierOfOneChart(measured, reference, medianOf);
+        if (other) {
+            other->findings.push_back(
+                {Finding::Severity::warning, Finding::Kind::otherPairing,
+                 "by " + channels.name + " " + (pairs == 0 ? "none" : "only " + countText(pairs)) + " of " +
+                     countText(smaller) + " samples would have a counterpart, so that they are paired by " +
+                     other->by + "; check that both files hold one chart"});
+            return std::move(*other);
+        }
+    }
+    if (refusal)
+        throw Refusal(*refusal);
+    return std::move(*found);
+}
+
+// Channels of which one chart has more than the other, and that pair less than half of the latter, are
+// others.
+Channels usefulChannels(const Chart& measured, const Chart& reference, const Channels& channels) {
+    if (!channels || !channels->isPart())
+        return channels;
+    const int rows = (channels->measuredAlone.empty() ? measured : reference).rows();
+    try {
+        const Pairing pairing = pairByDeviceValues(measured, reference, *channels, {});
+        return 2 * pairing.pairs.size() < static_cast<std::size_t>(rows) ? std::nullopt : channels;
+    } catch (const Refusal&) {
+        return std::nullopt;
+    }
+}
+
+Pairing byWhatThereIs(const Chart& measured, const Chart& reference, const Channels& shared,
                       const MedianOf& medianOf) {
+    const Channels channels = usefulChannels(measured, reference, shared);
     const std::optional<Finding> useless =
         channels ? uselessness(measured, reference, *channels) : std::nullopt;
     if (channels && !useless)
-        return pairByDeviceValues(measured, reference, *channels, medianOf);
-    IdentifierPairing found = pairByIdentifier(measured, reference);
+        return byTellingDeviceValues(measured, reference, *channels, medianOf);
+    IdentifierPairing found = confirmed(pairByIdentifier(measured, reference), medianOf);
     if (!found.problem.empty() && channels)
         return pairByDeviceValues(measured, reference, *channels, medianOf);
     if (!found.problem.empty())
@@ -173,7 +244,7 @@ Pairing asForced(const PairOptions& options, const Chart& measured, const Chart&
                  const Channels& channels) {
     Pairing pairing = options.choice == PairChoice::order
                           ? byOrder(measured, reference)
-                          : byIdentifiers(measured, reference, options.identifier);
+                          : byIdentifiers(measured, reference, options.identifier, options.medianOf);
     addContradiction(measured, reference, channels, pairing);
     pairing.isUnconfirmed = pairing.isUnconfirmed && !canConfirm(measured, reference, channels);
     return pairing;
@@ -183,8 +254,14 @@ Pairing asForced(const PairOptions& options, const Chart& measured, const Chart&
 
 Pairing pairRows(const Chart& measured, const Chart& reference, const PairOptions& options) {
     const Channels channels = sharedChannels(measured, reference);
+    const bool isNamed = !options.identifier.empty();
+    if (isNamed && (options.choice == PairChoice::deviceValues || options.choice == PairChoice::order))
+        throw Refusal(Refusal::Kind::usage, "rows cannot be paired by " + printable(options.identifier) +
+                                                " and by another rule at once; ask for one of them");
     switch (options.choice) {
     case PairChoice::automatic:
+        if (isNamed)
+            return asForced(options, measured, reference, channels);
         break;
     case PairChoice::deviceValues:
         return byDeviceValues(measured, reference, channels, options.medianOf);

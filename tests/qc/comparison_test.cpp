@@ -230,6 +230,37 @@ TEST_F(comparison, otherPairingOfFarMoreSamplesThatAgreeAsWell_isWarnedOf) {
                     "with a median difference of 0.2, so that the rows may belong together in that way"));
 }
 
+// One of ten scanned samples happens to read alike, and has no difference; the names pair all at 1.
+TEST_F(comparison, otherPairingOfTenTimesAsManySamples_mayDifferMoreThanTheFewThatAgreeByChance) {
+    const char* const fields = "SAMPLE_NAME RGB_R RGB_G RGB_B LAB_L LAB_A LAB_B";
+    Rows left = {"n0 255 255 255 95 0 0"};
+    Rows right = {"n0 255 255 255 95 0 0"};
+    for (int i = 1; i < 10; ++i) {
+        const std::string name = "n" + std::to_string(i) + " ";
+        left.push_back(name + std::to_string(20 * i) + " 0 0 " + std::to_string(9 * i) + " 0 0");
+        right.push_back(name + std::to_string(20 * i + 7) + " 0 0 " + std::to_string(9 * i + 1) + " 0 0");
+    }
+    ComparisonOptions options = cie1976();
+    options.pair = PairChoice::deviceValues;
+    EXPECT_THAT(
+        findingsOf(compared(measured(fields, left), reference(fields, right), options), Kind::otherPairing),
+        testing::Contains(HasSubstr("10 samples would have a counterpart instead of 1, with a median "
+                                    "difference of 1")));
+}
+
+TEST_F(comparison, identifierNamedWithoutAChoiceOfRule_isTaken) {
+    const char* const fields = "SAMPLE_ID SAMPLE_NAME LAB_L LAB_A LAB_B";
+    ComparisonOptions options = cie1976();
+    options.identifier = "sample_name";
+    EXPECT_EQ(compared(measured(fields, {"1 a 50 0 0", "2 b 60 0 0"}),
+                       reference(fields, {"1 b 60 0 0", "2 a 50 0 0"}), options)
+                  .pairing.by,
+              "SAMPLE_NAME");
+    options.pair = PairChoice::order;
+    const OwnedChart chart = measured(fields, {"1 a 50 0 0", "2 b 60 0 0"});
+    EXPECT_EQ(refused(chart, chart, options).kind(), Refusal::Kind::usage);
+}
+
 TEST_F(comparison, otherPairingOfFarMoreSamplesThatDiffer_isNotTold) {
     const char* const fields = "SAMPLE_ID CMYK_C CMYK_M CMYK_Y CMYK_K LAB_L LAB_A LAB_B";
     const OwnedChart left =

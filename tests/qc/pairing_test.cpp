@@ -888,6 +888,226 @@ TEST(pairing, remedyForUnequalCounts_doesNotPromiseThatOrderPairs) {
                 HasSubstr("the numbers of samples differ too"));
 }
 
+TEST(pairing, identifiersWithOtherSeparators_pair_whichIsNoted) {
+    for (const char* spelling : {"\"Ink_7_red\"", "\"Ink-7-red\"", "\"INK 07  red \"", "\"Ink7red\""}) {
+        const Pairing pairing = paired(measured("SAMPLE_NAME", {spelling, "\"paper 0\""}),
+                                       reference("SAMPLE_NAME", {"\"paper 0\"", "\"Ink 7 red\""}));
+        EXPECT_EQ(pairsOf(pairing), "0-1 1-0") << spelling;
+        EXPECT_THAT(findingsOf(pairing, Kind::ambiguousSamples),
+                    ElementsAre(HasSubstr("letter case, leading zeros, blanks, \"_\" and \"-\": ")))
+            << spelling;
+    }
+}
+
+TEST(pairing, separatorsThatTellSamplesApart_count) {
+    EXPECT_EQ(pairsOf(paired(measured("SAMPLE_NAME", {"A-1", "A1", "B_2"}),
+                             reference("SAMPLE_NAME", {"A1", "B-2", "A-1"}))),
+              "0-2 1-0");
+    // Numbers behind each other are no other number.
+    EXPECT_EQ(pairsOf(paired(measured("SAMPLE_NAME", {"1-12", "-5", "x"}),
+                             reference("SAMPLE_NAME", {"5", "11-2", "x", "1_12"}))),
+              "0-3 2-2");
+}
+
+TEST(pairing, textsOfSeparatorsAlone_areNotTakenForOneAnother) {
+    EXPECT_EQ(pairsOf(paired(measured("SAMPLE_NAME", {"-", "x"}), reference("SAMPLE_NAME", {"_", "x"}))),
+              "1-1");
+}
+
+TEST(pairing, identifierUnderAnotherName_pairsAcross_whichIsWarnedOf) {
+    const OwnedChart left =
+        measured("SAMPLE_ID SAMPLE_LOC", {"1 B01", "2 A01", "3 A02"}, "KEYWORD \"SAMPLE_LOC\"\n");
+    const OwnedChart right = reference("SAMPLE_ID", {"A1", "A2", "B1"});
+    for (const PairChoice choice : {PairChoice::automatic, PairChoice::identifiers}) {
+        const Pairing pairing = paired(left, right, choice);
+        EXPECT_EQ(pairing.by, "SAMPLE_LOC against SAMPLE_ID");
+        EXPECT_EQ(pairsOf(pairing), "0-2 1-0 2-1");
+        EXPECT_TRUE(pairing.isUnconfirmed);
+        EXPECT_THAT(
+            findingsOf(pairing, Kind::ambiguousSamples),
+            ElementsAre(HasSubstr("!SAMPLE_LOC of measured.txt holds what SAMPLE_ID of reference.txt does "
+                                  "(\"B01\" and \"B1\")")));
+    }
+}
+
+TEST(pairing, identifierUnderAnotherNameOfOtherColours_isRefused) {
+    const OwnedChart left =
+        measured("SAMPLE_ID SAMPLE_LOC", {"1 B01", "2 A01", "3 A02"}, "KEYWORD \"SAMPLE_LOC\"\n");
+    const OwnedChart right = reference("SAMPLE_ID", {"A1", "A2", "B1"});
+    const auto pairedAt = [&](double median) {
+        return pairRows(left, right,
+                        {PairChoice::automatic, "", [=](const std::vector<RowPair>&) { return median; }});
+    };
+    EXPECT_EQ(pairsOf(pairedAt(2)), "0-2 1-0 2-1");
+    EXPECT_THROW(pairedAt(40), Refusal);
+}
+
+TEST(pairing, identifierUnderAnotherNameOfFewSamples_isNotTaken) {
+    const OwnedChart left =
+        measured("SAMPLE_ID SAMPLE_LOC", {"1 B1", "2 C1", "3 C2"}, "KEYWORD \"SAMPLE_LOC\"\n");
+    EXPECT_THAT(refusalOf(left, reference("SAMPLE_ID", {"A1", "A2", "B1"})).message,
+                HasSubstr("no SAMPLE_ID of measured.txt stands in reference.txt too"));
+    // Numbers in two columns count something each.
+    EXPECT_THAT(refusalOf(measured("SAMPLE_NAME", {"1", "2"}), reference("SAMPLE_ID", {"1", "2"})).message,
+                HasSubstr("share no identifier"));
+}
+
+TEST(pairing, doubledIdentifierUnderAnotherName_isToldInTheRefusal) {
+    const OwnedChart left =
+        measured("SAMPLE_ID SAMPLE_LOC", {"1 A01", "2 A01", "3 A02"}, "KEYWORD \"SAMPLE_LOC\"\n");
+    EXPECT_THAT(
+        refusalOf(left, reference("SAMPLE_ID", {"A1", "A2", "A3"})).message,
+        HasSubstr("SAMPLE_LOC of measured.txt holds what SAMPLE_ID of reference.txt does, but SAMPLE_LOC "
+                  "\"A01\" stands in rows 1 and 2 of measured.txt"));
+}
+
+TEST(pairing, identifierAskedFor_isTakenInAnyLetterCase_andWithoutAChoiceOfRule) {
+    const OwnedChart left = measured("SAMPLE_ID SAMPLE_NAME", {"1 a", "2 b"});
+    const OwnedChart right = reference("SAMPLE_ID SAMPLE_NAME", {"1 b", "2 a"});
+    for (const PairChoice choice : {PairChoice::automatic, PairChoice::identifiers}) {
+        const Pairing pairing = pairRows(left, right, PairOptions{choice, "sample_name", {}});
+        EXPECT_EQ(pairing.by, "SAMPLE_NAME");
+        EXPECT_EQ(pairsOf(pairing), "0-1 1-0");
+    }
+}
+
+TEST(pairing, identifierAskedForBesideAnotherRule_isRefused) {
+    const OwnedChart chart = measured("SAMPLE_ID", {"1", "2"});
+    const auto kindOf = [&](const PairOptions& options) {
+        try {
+            pairRows(chart, chart, options);
+        } catch (const Refusal& refusal) {
+            return refusal.kind();
+        }
+        throw std::invalid_argument("the rows were paired");
+    };
+    EXPECT_EQ(kindOf({PairChoice::order, "SAMPLE_ID", {}}), Refusal::Kind::usage);
+    EXPECT_EQ(kindOf({PairChoice::deviceValues, "SAMPLE_ID", {}}), Refusal::Kind::usage);
+    EXPECT_EQ(kindOf({PairChoice::identifiers, "SAMPLE_SIZE", {}}), Refusal::Kind::usage);
+}
+
+TEST(pairing, rowsWithInksThatTheOtherChartLacks_takeNoPart_whichIsNoted) {
+    const std::string fields = std::string(kCmyk) + " SPOT_1";
+    const OwnedChart chart =
+        reference(fields, {"0 0 0 0 0", "0 0 0 0 50", "100 0 0 0 0", "0 0 0 0 100", "0 80 0 0 0"});
+    const OwnedChart strip = measured(kCmyk, {"0 80 0 0", "0 0 0 0"});
+    const Pairing pairing = paired(strip, chart);
+    EXPECT_EQ(pairing.by, "CMYK");
+    EXPECT_EQ(pairsOf(pairing), "0-4 1-0");
+    EXPECT_EQ(pairing.unusedReference, 3);
+    EXPECT_THAT(
+        findingsOf(pairing, Kind::deviceScale),
+        ElementsAre("reference.txt: 2 of 5 samples hold SPOT_1 and take no part, as measured.txt has no "
+                    "such values"));
+    const Pairing reversed = paired(chart, strip);
+    EXPECT_EQ(pairsOf(reversed), "0-1 4-0");
+    EXPECT_EQ(reversed.unusedMeasured, 3);
+}
+
+TEST(pairing, repeatsBesideRowsThatTakeNoPart_areWarnedAbout) {
+    const OwnedChart chart =
+        reference(std::string(kCmyk) + " SPOT_1", {"0 0 0 0 0", "0 0 0 0 50", "100 0 0 0 0", "0 80 0 0 0"});
+    EXPECT_THAT(
+        findingsOf(paired(measured(kCmyk, {"100 0 0 0", "0 0 0 0", "0 0 0 0"}), chart), Kind::deviceScale),
+        ElementsAre(HasSubstr("!reference.txt: 1 of 4 samples hold SPOT_1")));
+}
+
+TEST(pairing, rowsWithoutTheFurtherInks_thatPairFewSamples_giveWayToIdentifiers) {
+    const std::string id = "SAMPLE_NAME ";
+    const OwnedChart chart =
+        reference(id + kCmyk + " SPOT_1", {"a 1 0 0 0 0", "b 2 0 0 0 9", "c 3 0 0 0 0", "d 4 0 0 0 0"});
+    const Pairing pairing = paired(measured(id + kCmyk, {"d 50 0 0 0", "a 60 0 0 0", "c 3 0 0 0"}), chart);
+    EXPECT_EQ(pairing.by, "SAMPLE_NAME");
+}
+
+// 0, 1/8 ... 1 of 255 and of 100, rounded.
+TEST(pairing, wholeNumbersOfTwoScales_pairUpToTheirRounding_whichIsNoted) {
+    const Rows percent = {"0 0 0", "13 0 0", "38 0 0", "63 0 0", "87 0 0", "100 100 100"};
+    const Rows bytes = {"0 0 0", "32 0 0", "96 0 0", "159 0 0", "223 0 0", "255 255 255"};
+    const Pairing pairing = paired(measured(kRgb, percent), reference(kRgb, bytes));
+    EXPECT_EQ(pairing.pairs.size(), 6U);
+    EXPECT_THAT(
+        findingsOf(pairing, Kind::ambiguousSamples),
+        ElementsAre("the RGB values are whole numbers of two scales, so that they pair within 0.7 percent"));
+    EXPECT_THAT(findingsOf(paired(reference(kRgb, bytes), measured(kRgb, percent), PairChoice::order),
+                           Kind::otherPairing),
+                IsEmpty());
+    // A fraction shows that nothing was rounded.
+    EXPECT_EQ(paired(measured(kRgb, {"0 0 0", "13 0 0", "63 0 0.5", "100 100 100"}), reference(kRgb, bytes))
+                  .pairs.size(),
+              2U);
+}
+
+constexpr const char* kHighlights255[] = {"0 0 0 0", "51 0 0 0", "0 51 0 0", "26 26 26 0", "13 13 13 0"};
+
+Pairing pairedHighlights(double median) {
+    const Rows chart = {"0 0 0 0", "20 0 0 0", "0 20 0 0", "10 10 10 0", "5 5 5 0", "100 100 100 100"};
+    return pairRows(measured(kCmyk, {std::begin(kHighlights255), std::end(kHighlights255)}),
+                    reference(kCmyk, chart),
+                    {PairChoice::automatic, "", [=](const std::vector<RowPair>&) { return median; }});
+}
+
+TEST(pairing, scaleThatPairsNearlyNothing_givesWayToOneThatPairsMost_whichIsNoted) {
+    const Pairing pairing = pairedHighlights(0.5);
+    EXPECT_EQ(pairsOf(pairing), "0-0 1-1 2-2 3-3 4-4");
+    EXPECT_THAT(findingsOf(pairing, Kind::deviceScale),
+                ElementsAre("measured.txt: the CMYK values are taken to be on a scale of 0 to 255"));
+    EXPECT_EQ(pairsOf(pairedHighlights(40)), "0-0");
+}
+
+constexpr const char* kNamedRgb = "SAMPLE_NAME RGB_R RGB_G RGB_B";
+
+Pairing pairedReadings(double median, const std::string& lastName) {
+    return pairRows(measured(kNamedRgb, {"1 113 82 66", "2 193 152 132", lastName + " 255 0 90"}),
+                    reference(kNamedRgb, {"1 115 81 68", "2 195 155 135", "3 255 4 99"}),
+                    {PairChoice::automatic, "", [=](const std::vector<RowPair>&) { return median; }});
+}
+
+TEST(pairing, deviceValuesThatPairNothing_giveWayToIdentifiersOfEqualColours_whichIsWarnedOf) {
+    const Rows left = {"skin 113 82 66", "sky 193 152 132", "red 255 0 90"};
+    const Rows right = {"sky 195 155 135", "red 255 4 99", "skin 115 81 68"};
+    const auto pairedAt = [&](double median) {
+        return pairRows(measured(kNamedRgb, left), reference(kNamedRgb, right),
+                        {PairChoice::automatic, "", [=](const std::vector<RowPair>&) { return median; }});
+    };
+    const Pairing pairing = pairedAt(2);
+    EXPECT_EQ(pairing.by, "SAMPLE_NAME");
+    EXPECT_EQ(pairsOf(pairing), "0-2 1-0 2-1");
+    EXPECT_THAT(findingsOf(pairing, Kind::otherPairing),
+                ElementsAre("!by RGB none of 3 samples would have a counterpart, so that they are paired by "
+                            "SAMPLE_NAME; check that both files hold one chart"));
+    EXPECT_THROW(pairedAt(40), Refusal);
+}
+
+TEST(pairing, identifiersThatCountRowsOrMissSamples_doNotReplaceDeviceValues) {
+    EXPECT_THROW(pairedReadings(2, "3"), Refusal);
+    EXPECT_THROW(pairedReadings(2, "x"), Refusal);
+}
+
+// Inks 1 and 2 are exchanged; the paper pairs in any order.
+TEST(pairing, pureInksInAnotherOrder_areWarnedOf) {
+    const char* const fields = "5CLR_1 5CLR_2 5CLR_3 5CLR_4 5CLR_5";
+    const Rows rows = {"0 0 0 0 0", "100 0 0 0 0", "0 100 0 0 0", "0 0 100 0 0"};
+    const auto findings = [&](std::size_t one, std::size_t other) {
+        const auto medianOf = [=](const std::vector<RowPair>& pairs) {
+            if (pairs.size() != 1)
+                return 0.1;
+            auto row = static_cast<std::size_t>(pairs.front().measured);
+            row = row == one ? other : row == other ? one : row;
+            return static_cast<std::size_t>(pairs.front().reference.front()) == row ? 0.5 : 60.0;
+        };
+        return findingsOf(
+            pairRows(measured(fields, rows), reference(fields, rows), {PairChoice::automatic, "", medianOf}),
+            Kind::otherHues);
+    };
+    EXPECT_THAT(
+        findings(1, 2),
+        ElementsAre("!the pure inks look as if the files held them in another order: 5CLR_1 of measured.txt "
+                    "as 5CLR_2 of reference.txt, 5CLR_2 of measured.txt as 5CLR_1 of reference.txt; name the "
+                    "columns of both files in one order"));
+    EXPECT_THAT(findings(1, 1), IsEmpty());
+}
+
 TEST(pairing, identifiersAskedFor_winOverDeviceValues_whichContradictThem) {
     const std::string fields = std::string("SAMPLE_ID ") + kCmyk;
     const Pairing pairing =
