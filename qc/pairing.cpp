@@ -227,7 +227,7 @@ Pairing byWhatThereIs(const Chart& measured, const Chart& reference, const Chann
     if (channels && !useless)
         return byTellingDeviceValues(measured, reference, *channels, medianOf);
     IdentifierPairing found = confirmed(pairByIdentifier(measured, reference), medianOf);
-    if (!found.problem.empty() && channels)
+    if ((!found.problem.empty() || !found.doubt.empty()) && channels)
         return pairByDeviceValues(measured, reference, *channels, medianOf);
     if (!found.problem.empty())
         throw notComparable("nothing tells which rows belong together: " + std::string(kNoSharedChannels) +
