@@ -1,6 +1,7 @@
 #include "qc/chart_spectra.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace qxcms::qc {
 
@@ -11,8 +12,14 @@ constexpr double kSmallestFraction = -0.005;
 constexpr double kLargestFraction = 2.0;
 
 // A line of a lamp or the narrow band of a display stands out this much from what is measured so far beside
-// it. Reflectances, also of the purest inks and of fluorescent colours, change more slowly.
+// it, and falls off at once on one side at least, for it may lie between two bands. Reflectances, also of the
+// purest inks, change more slowly; bands of fluorescent ones are 40 nm wide and more at half of their height,
+// so that their top is twice what lies 20 nm beside it, and 1.2 times what lies 10 nm beside it.
 constexpr double kLineRatio = 1.6;
+constexpr double kSteepRatio = 1.4; // to the bands next to it, kNextNm away at most
+constexpr int kNextNm = 12;
+// What stands out as much is a band of light, however it falls off.
+constexpr double kBandRatio = 2.0;
 constexpr int kLineNearestNm = 15;
 constexpr int kLineFarthestNm = 25;
 // Nothing is a line that is small within its spectrum, or as small as the noise of dark samples.
@@ -67,6 +74,18 @@ bool ChartSpectra::isBeside(std::size_t lower, std::size_t upper) const {
     return distanceNm >= kLineNearestNm && distanceNm <= kLineFarthestNm;
 }
 
+// The band furthest from this one, towards another one, that is next to it; itself where there is none.
+std::size_t ChartSpectra::nextOf(std::size_t band, std::size_t towards) const {
+    std::size_t next = band;
+    while (next != towards) {
+        const std::size_t further = towards > band ? next + 1 : next - 1;
+        if (std::abs(wavelengths[further] - wavelengths[band]) > kNextNm)
+            break;
+        next = further;
+    }
+    return next;
+}
+
 void ChartSpectra::findNeighbours() {
     const std::size_t count = wavelengths.size();
     for (std::size_t band = 0; band < count; ++band) {
@@ -77,7 +96,7 @@ void ChartSpectra::findNeighbours() {
         while (upper + 1 < count && wavelengths[upper] - wavelengths[band] < kLineNearestNm)
             ++upper;
         if (isBeside(lower, band) && isBeside(band, upper))
-            neighbours.push_back({band, lower, upper});
+            neighbours.push_back({band, lower, upper, nextOf(band, lower), nextOf(band, upper)});
     }
 }
 
@@ -91,8 +110,11 @@ void ChartSpectra::inspect(int row, const std::vector<double>& values) {
     const double enough = std::max(kSmallestLine, kSmallestLineShare * *most);
     largestOfRow.push_back(*most);
     hasLine.push_back(std::any_of(neighbours.begin(), neighbours.end(), [&](const Neighbours& n) {
-        return values[n.band] >= enough &&
-               values[n.band] >= kLineRatio * std::max(values[n.below], values[n.above]);
+        const double value = values[n.band];
+        const double beside = std::max(values[n.below], values[n.above]);
+        const double next = std::min(values[n.nextBelow], values[n.nextAbove]);
+        return value >= enough && (value >= kBandRatio * beside ||
+                                   (value >= kLineRatio * beside && value >= kSteepRatio * next));
     }));
 }
 

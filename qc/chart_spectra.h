@@ -38,9 +38,12 @@ private:
         std::size_t band;
         std::size_t below;
         std::size_t above;
+        std::size_t nextBelow; // nearer ones; the band itself where there is none
+        std::size_t nextAbove;
     };
 
     bool isBeside(std::size_t lower, std::size_t upper) const;
+    std::size_t nextOf(std::size_t band, std::size_t towards) const;
     void findNeighbours();
     void inspect(int row, const std::vector<double>& values);
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "qc/finding_words.h"
+#include "qc/missing_values.h"
 #include "qc/rows_found.h"
 
 namespace qxcms::qc {
@@ -30,7 +31,7 @@ RowsFound impossibleRows(const Inspected& inspected) {
         const Lab& color = inspected.labOf(row);
         const double excess =
             std::max(color[2] - 200.0 / 116.0 * color[0], -color[1] - 500.0 / 116.0 * color[0]);
-        if (excess > kImpossibleTolerance)
+        if (excess > kImpossibleTolerance && !isMarker(inspected, row))
             found.add(row, excess, excess);
     }
     return found;

@@ -1,5 +1,5 @@
 /// @file
-/// Samples that are lighter than any that reflects. Internal.
+/// Samples that are lighter than any that reflects, or darker than no light at all. Internal.
 #pragma once
 
 #include <optional>
@@ -15,5 +15,9 @@ constexpr double kLargestReflectedY = 120.0;
 
 /// tooLight.
 std::optional<Finding> findTooLight(const Inspected& inspected);
+
+/// negativeReflectance of Lab and XYZ: L* below 0, but for the noise of dark samples and for markers
+/// (isMarker).
+std::optional<Finding> findBelowBlack(const Inspected& inspected);
 
 } // namespace qxcms::qc

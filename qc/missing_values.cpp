@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
 #include "qc/finding_words.h"
+#include "qc/rows_found.h"
 
 namespace qxcms::qc {
 
@@ -52,7 +54,25 @@ bool isFullInk(const Inks& inks, int row) {
     return isFull(3) || (isFull(0) && isFull(1) && isFull(2)) || inks.useSpots(row);
 }
 
+// The compared values of a row as they stand.
+std::vector<double> valuesOf(const Inspected& inspected, int row) {
+    const TCgatsTableHeader& header = inspected.chart.header();
+    if (inspected.spectra) {
+        std::vector<double> values(inspected.spectra->bands().size());
+        inspected.chart.document->GetSpectrum(inspected.chart.table, row, values.data());
+        return values;
+    }
+    const std::int32_t* const columns =
+        inspected.source == ColorSource::xyz ? header.GetXyzColumns() : header.GetLabColumns();
+    std::vector<double> values;
+    for (int i = 0; i < 3; ++i)
+        values.push_back(inspected.chart.data().GetValues(columns[i])->GetDouble(row));
+    return values;
+}
+
 bool isNothing(const Inspected& inspected, int row) {
+    if (isMarker(inspected, row))
+        return false;
     if (inspected.spectra)
         return inspected.spectra->isZero(row);
     const Lab& color = inspected.labOf(row);
@@ -72,6 +92,32 @@ const char* nothingOf(ColorSource source) {
 }
 
 } // namespace
+
+bool isMarker(const Inspected& inspected, int row) {
+    // A spectrum is only looked at where something lies far below 0.
+    if (inspected.spectra && inspected.spectra->negative().empty())
+        return false;
+    const std::vector<double> values = valuesOf(inspected, row);
+    return values.size() > 1 && values.front() < 0.0 &&
+           std::all_of(values.begin(), values.end(), [&](double value) { return value == values.front(); });
+}
+
+std::optional<Finding> findMarkers(const Inspected& inspected) {
+    const Chart& chart = inspected.chart;
+    RowsFound found;
+    for (int row = 0; row < chart.rows(); ++row) {
+        if (!isMarker(inspected, row))
+            continue;
+        const double value = valuesOf(inspected, row).front();
+        found.add(row, -value, value);
+    }
+    if (found.empty())
+        return std::nullopt;
+    return warning(Finding::Kind::unmeasured,
+                   fileAnd(chart, found.words(chart) + ": all values of the " + nameOfOne(inspected.source) +
+                                      " are " + numberText(found.most()) +
+                                      ", which marks samples that were not measured; leave these rows out"));
+}
 
 std::optional<Finding> findEqualRows(const Inspected& inspected) {
     if (!areEqual(inspected))

@@ -1,5 +1,6 @@
 #include "qc/paper_checks.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <string>
@@ -33,6 +34,9 @@ constexpr int kVioletNm = 390;
 constexpr int kFarRedNm = 700;
 constexpr double kVioletShare = 1.25;
 constexpr double kReversiblePaper = 70.0;
+
+// The blackest stock reflects more somewhere.
+constexpr double kDarkestPaper = 0.02;
 
 struct Paper {
     int row = -1; // of the lightest, -1 where there is none
@@ -68,6 +72,19 @@ std::optional<Finding> findBandOrder(const Inspected& inspected, int paper) {
                                         std::to_string(bands.front()) + " nm, but only " +
                                         numberText(values.back()) + " at " + std::to_string(bands.back()) +
                                         " nm; check that the bands do not stand in the opposite order");
+}
+
+std::optional<Finding> findDarkPaper(const Inspected& inspected, int paper) {
+    std::vector<double> values(inspected.spectra->bands().size());
+    inspected.chart.document->GetSpectrum(inspected.chart.table, paper, values.data());
+    const double most = *std::max_element(values.begin(), values.end());
+    if (!(most > 0.0 && most < kDarkestPaper))
+        return std::nullopt;
+    return warning(Kind::spectralScale,
+                   placeOf(inspected.chart, paper) + paperWords(inspected.inks) + ", reflects " +
+                       numberText(most) +
+                       " at most, but no paper is as dark; check whether all values are 100 times too small, "
+                       "as of percent divided by 100 twice");
 }
 
 bool isPaperColor(const Lab& color) {
@@ -157,7 +174,10 @@ std::optional<Finding> findPaperColor(const Inspected& inspected) {
     const Paper paper = findPaper(inspected);
     if (paper.row < 0)
         return std::nullopt;
-    return inspected.spectra ? findBandOrder(inspected, paper.row) : findOtherWhite(inspected, paper.row);
+    if (!inspected.spectra)
+        return findOtherWhite(inspected, paper.row);
+    const std::optional<Finding> dark = findDarkPaper(inspected, paper.row);
+    return dark ? dark : findBandOrder(inspected, paper.row);
 }
 
 } // namespace qxcms::qc

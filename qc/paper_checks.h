@@ -12,7 +12,7 @@ namespace qxcms::qc {
 /// paperNotLightest.
 std::optional<Finding> findLighterThanPaper(const Inspected& inspected);
 
-/// bandOrder of spectra, otherWhite of Lab and XYZ.
+/// spectralScale and bandOrder of spectra, otherWhite of Lab and XYZ.
 std::optional<Finding> findPaperColor(const Inspected& inspected);
 
 } // namespace qxcms::qc

@@ -46,10 +46,12 @@ std::vector<Finding> inspect(const Inspected& inspected, bool isEmission) {
     add(findings, findXyzScale(inspected));
     if (!isLight)
         add(findings, findTooLight(inspected));
+    add(findings, findBelowBlack(inspected));
     add(findings, findEqualRows(inspected));
     for (const Finding& finding : findInSpectra(inspected, isLight))
         findings.push_back(finding);
     add(findings, findUnmeasured(inspected));
+    add(findings, findMarkers(inspected));
     add(findings, findLabScale(inspected));
     add(findings, findLighterThanPaper(inspected));
     if (!isLight)

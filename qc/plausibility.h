@@ -19,7 +19,8 @@ namespace qxcms::qc {
 ///   percent, or with narrow lines, in a good part of the rows; with RGB device values a Y above 120, or a
 ///   white that is the sum of red, green and blue. Nothing is told of values too large then.
 /// - tooLight: L* above 105, of XYZ Y above 120 on a white of 100.
-/// - negativeReflectance, spectralScale: fractions below -0.005 and above 2.
+/// - negativeReflectance, spectralScale: fractions below -0.005 and above 2; L* below -2; paper that reflects
+///   nowhere as much as 2 percent.
 /// - equalSpectra: all spectra equal where there are two rows and more, all Lab or XYZ where there are four.
 /// - narrowSpectra: bands that do not cover 400 to 700 nm.
 /// - coarseSpectra: bands 20 nm apart and more, with what that costs in colour difference.
@@ -30,8 +31,9 @@ namespace qxcms::qc {
 ///   (CMYK, n-colour or RGB) say so and none contradicts, or where Lab agrees with XYZ then.
 /// - paperNotLightest: the lightest patch without ink (process colours all 0, RGB at the top of their scale)
 ///   is darker than another one by more than 0.5. Patches that use spot colours do not count.
-/// - unmeasured: rows whose Lab is 0 0 0 among others, unless their device values are those of full black or
-///   of full cyan, magenta and yellow; a note for one row of a chart without known device values.
+/// - unmeasured: rows whose values are all the same and below 0 (markers such as -999); rows whose Lab is
+///   0 0 0 among others, unless their device values are those of full black or of full cyan, magenta and
+///   yellow; a note for one row of a chart without known device values.
 /// - labScale: Lab that cannot be meant: below 0 in X or Z in a tenth of the rows and more, of paper or other
 ///   light rows a* and b* above 60, no L* above 2.
 /// - otherWhite: light paper whose colour is that of the white of another illuminant, or that has X and Z

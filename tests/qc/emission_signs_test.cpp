@@ -85,8 +85,7 @@ TEST(plausibility, lineOf161PercentOfItsSurroundings_isLight) {
                 ElementsAre(Finding::Kind::emission));
 }
 
-// Peak at 520 nm, half the height 26 nm away: as narrow as colours get, fluorescent ones among
-// them.
+// Peak at 520 nm, half the height 26 nm away: as narrow as colours get that only absorb.
 TEST(plausibility, pureGreenReflectances_areLetPass) {
     const auto green = [](double height) {
         Values values;
@@ -95,6 +94,18 @@ TEST(plausibility, pureGreenReflectances_areLetPass) {
         return values;
     };
     EXPECT_THAT(spectralChart({green(0.5), green(0.3)}).findInSpectra(), IsEmpty());
+}
+
+// Fluorescent green and orange, 45 nm wide at half of their height.
+TEST(plausibility, fluorescentInks_areLetPass) {
+    const auto ink = [](double peak, double height) {
+        Values values;
+        for (int nm = 400; nm <= 700; nm += 10)
+            values.push_back(0.05 + height * std::exp(-std::log(2.0) * std::pow((nm - peak) / 22.5, 2)));
+        return values;
+    };
+    EXPECT_THAT(spectralChart({ink(520, 1.9), ink(600, 1.6), ink(520, 1.0), ink(600, 0.8)}).findInSpectra(),
+                IsEmpty());
 }
 
 TEST(plausibility, noiseOfDarkSamples_isNoLine) {

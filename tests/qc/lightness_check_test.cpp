@@ -61,5 +61,15 @@ TEST(plausibility, nameOfFile_isMadePrintable) {
     EXPECT_THAT(findings[0].text, testing::StartsWith("a\\x1b[2J.txt: row 1"));
 }
 
+TEST(plausibility, lightnessBelow0_isTold) {
+    const std::vector<Finding> findings = Inspected(kLabFields, {{95, 0, -2}, {-16, 3, 1}}).findInLab();
+    ASSERT_THAT(kindsOf(findings), ElementsAre(Finding::Kind::negativeReflectance));
+    EXPECT_THAT(findings[0].text, testing::StartsWith("chart.txt: row 2 alone of 2: L* -16, but none lies"));
+}
+
+TEST(plausibility, noiseOfBlackBelow0_isLetPass) {
+    EXPECT_THAT(Inspected(kLabFields, {{95, 0, -2}, {-0.9, 0.2, 0.1}}).findInLab(), IsEmpty());
+}
+
 } // namespace
 } // namespace qxcms::tests

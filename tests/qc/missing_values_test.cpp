@@ -65,5 +65,31 @@ TEST(plausibility, spectraOfZerosAmongOthers_areTold) {
                 testing::StartsWith("chart.txt: row 2 and 1 more: the spectrum is 0 throughout"));
 }
 
+TEST(plausibility, markersOfMissingLab_areToldWithTheirRows) {
+    const std::vector<Finding> findings =
+        Inspected(kLabFields, {{95, 0, -2}, {-1, -1, -1}, {50, 1, 2}, {-1, -1, -1}}).findInLab();
+    ASSERT_THAT(kindsOf(findings), ElementsAre(Finding::Kind::unmeasured));
+    EXPECT_EQ(findings[0].severity, Finding::Severity::warning);
+    EXPECT_THAT(findings[0].text, testing::StartsWith("chart.txt: row 2 and 1 more of 4, most in row 2: all "
+                                                      "values of the Lab are -1, which marks samples"));
+}
+
+TEST(plausibility, markersOfMissingXyz_areNotCalledZeros) {
+    const std::vector<Finding> findings =
+        Inspected(kXyzFields, {{90, 95, 80}, {-999, -999, -999}, {40, 41, 33}})
+            .find(qc::ColorSource::xyz, {{98, 0, 0}, {0, 0, 0}, {70, 0, 0}});
+    ASSERT_THAT(kindsOf(findings), ElementsAre(Finding::Kind::unmeasured));
+    EXPECT_THAT(findings[0].text, HasSubstr("all values of the XYZ are -999"));
+}
+
+TEST(plausibility, markersOfMissingSpectra_areTold) {
+    EXPECT_THAT(kindsOf(spectralChart({flat(0.5), flat(-1), flat(0.4)}).findInSpectra()),
+                ElementsAre(Finding::Kind::negativeReflectance, Finding::Kind::unmeasured));
+}
+
+TEST(plausibility, equalPositiveValues_areNoMarkers) {
+    EXPECT_THAT(Inspected(kLabFields, {{95, 0, -2}, {20, 20, 20}}).findInLab(), IsEmpty());
+}
+
 } // namespace
 } // namespace qxcms::tests

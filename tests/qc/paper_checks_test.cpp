@@ -106,5 +106,26 @@ TEST(plausibility, paperThatReflectsVioletBetterThanRed_isTold) {
                 ElementsAre(Finding::Kind::bandOrder));
 }
 
+// Percent that was divided by 100 twice.
+TEST(plausibility, paperThatReflectsHardlyAnything_isTold) {
+    std::vector<std::string> fields = spectralFields(kFirstNm, 700, 10);
+    fields.insert(fields.begin(), {"CMYK_C", "CMYK_M", "CMYK_Y", "CMYK_K"});
+    const auto rows = [](double paper) {
+        std::vector<Values> all = {{0, 0, 0, 0}, {0, 0, 0, 100}};
+        for (std::size_t band = 0; band < kBands; ++band) {
+            all[0].push_back(paper);
+            all[1].push_back(paper / 20);
+        }
+        return all;
+    };
+    const std::vector<Lab> lab = {{8, 0, 0}, {1, 0, 0}};
+    const std::vector<Finding> findings = Inspected(fields, rows(0.0085)).find(ColorSource::spectra, lab);
+    ASSERT_THAT(kindsOf(findings), ElementsAre(Finding::Kind::spectralScale));
+    EXPECT_THAT(findings[0].text,
+                testing::StartsWith("chart.txt: row 1, the patch without ink, reflects 0.0085 "
+                                    "at most, but no paper is as dark"));
+    EXPECT_THAT(Inspected(fields, rows(0.04)).find(ColorSource::spectra, lab), IsEmpty());
+}
+
 } // namespace
 } // namespace qxcms::tests
