@@ -12,12 +12,15 @@
 #include "qc/count_text.h"
 #include "qc/illuminants.h"
 #include "qc/lab_rows.h"
+#include "qc/large_differences.h"
 #include "qc/observers.h"
 #include "qc/other_readings.h"
 #include "qc/pairing.h"
+#include "qc/perfect_white.h"
 #include "qc/plausibility.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
+#include "qc/shifted_rows.h"
 #include "qc/table_choice.h"
 
 namespace qxcms::qc {
@@ -36,6 +39,13 @@ constexpr double kHardlyLarger = 1.1;
 constexpr double kSmallDifference = 0.5;
 // One chart printed twice does not differ so much, two charts do.
 constexpr double kDoubtfulDifference = 10.0;
+// Exchanging a* and b* shows in colours whose two differ by so much, in so many of them, and in so many on
+// either side of the axis that it mirrors at.
+constexpr double kTellingAxes = 15.0;
+constexpr std::size_t kFewestColors = 8;
+constexpr std::size_t kFewestOfAHue = 2;
+// Light that was brought to a white of 100 stays below.
+constexpr double kLargestLightness = 105.0;
 
 Side describe(const Chart& chart, ColorSource source) {
     Side side{chart.name,
@@ -182,8 +192,33 @@ private:
                                              : std::vector<Lab>();
         tell(findingsOnKind(chart));
         tell(chart.findings);
-        tell(implausibilities(chart, side.source, side.conditions, lab, fromXyz, whiteOf(side)));
+        const std::vector<Finding> found =
+            implausibilities(chart, side.source, side.conditions, lab, fromXyz, whiteOf(side));
+        sidesOfLight += std::any_of(found.begin(), found.end(), tellsOfLight) ? 1 : 0;
+        tell(found);
         return lab;
+    }
+
+    static bool tellsOfLight(const Finding& finding) { return finding.kind == Finding::Kind::emission; }
+
+    bool isAllLight() const { return sidesOfLight == 2; }
+
+    // Display against display, as when one is verified, is as good as print against print, but for light that
+    // was never brought to a white of 100.
+    void takeDisplaysForGranted() {
+        const auto isScaled = [](const std::vector<Lab>& colors) {
+            return std::none_of(colors.begin(), colors.end(),
+                                [](const Lab& color) { return color[0] > kLargestLightness; });
+        };
+        if (!isAllLight() || result.pairing.by != "RGB" || !isScaled(samples) || !isScaled(standards))
+            return;
+        std::vector<Finding>& told = result.findings;
+        told.erase(std::remove_if(told.begin(), told.end(), tellsOfLight), told.end());
+        const bool isOne = measured.name == reference.name;
+        tell({{Finding::Severity::note, Finding::Kind::emission,
+               printable(measured.name) + (isOne ? " holds" : " and " + printable(reference.name) + " hold") +
+                   " measurements of displays; the values of both sides are compared as "
+                   "they stand, so they must be scaled alike"}});
     }
 
     // Null where the Lab of a side holds for other conditions or for none that are known.
@@ -233,6 +268,7 @@ private:
     }
 
     void tellRest() {
+        takeDisplaysForGranted();
         tell(findingsOnTables(measured, reference));
         tell(findingsOnTables(reference, measured));
         tell(result.pairing.findings);
@@ -240,6 +276,9 @@ private:
         tellUnconfirmed();
         tellExchangedAxes();
         tellOtherReadings();
+        tellPerfectWhites();
+        tellShiftedRows();
+        tellLargeDifferences();
         tell(doubtsOf(measured));
         tell(doubtsOf(reference));
         if (result.formula.remark != nullptr)
@@ -328,29 +367,87 @@ private:
         return [this](const std::vector<RowPair>& pairs) { return medianOf(pairs); };
     }
 
-    // As in otherwise equal charts of which one was written with a* and b* exchanged.
+    // As in otherwise equal charts of which one was written with a* and b* exchanged. It takes colours on
+    // both sides of the axis that exchanging mirrors at: greys, or the colours of one hue, may come nearer
+    // by it in a right comparison as well.
     void tellExchangedAxes() {
         std::vector<double> totals;
+        std::size_t redder = 0;
+        std::size_t yellower = 0;
         for (const Patch& patch : result.patches) {
             const Lab exchanged = {patch.measured[0], patch.measured[2], patch.measured[1]};
             totals.push_back(difference(exchanged, patch.reference, result.formula.id).total);
+            const double ahead = patch.reference[1] - patch.reference[2];
+            redder += ahead >= kTellingAxes ? 1 : 0;
+            yellower += -ahead >= kTellingAxes ? 1 : 0;
         }
         const double median = statistics(totals).median;
-        if (isMuchSmaller(median))
-            result.findings.push_back(
-                {Finding::Severity::warning, Finding::Kind::exchangedAxes,
-                 "with a* and b* of one side exchanged the median difference would be " +
-                     detail::generalText(median, 3) + " instead of " +
-                     detail::generalText(result.statistics.median, 3) +
-                     "; check which side has its columns exchanged"});
+        if (redder + yellower < kFewestColors || redder < kFewestOfAHue || yellower < kFewestOfAHue ||
+            !isMuchSmaller(median))
+            return;
+        tell({{Finding::Severity::warning, Finding::Kind::exchangedAxes,
+               "with a* and b* of one side exchanged the median difference would be " +
+                   detail::generalText(median, 3) + " instead of " +
+                   detail::generalText(result.statistics.median, 3) +
+                   "; check which side has its columns exchanged"}});
     }
 
     void tellOtherReadings() {
         tell(otherReadings({measured, result.measured.source, samples, conditionsOfLab(result.measured)},
                            {reference, result.reference.source, standards, conditionsOfLab(result.reference)},
-                           result.pairing.pairs, [this](const Lab& sample, const Lab& standard) {
+                           result.pairing.pairs, isAllLight(),
+                           [this](const Lab& sample, const Lab& standard) {
                                return difference(sample, standard, result.formula.id).total;
                            }));
+    }
+
+    std::vector<ComparedRow> comparedRows() const {
+        std::vector<ComparedRow> rows;
+        rows.reserve(result.patches.size());
+        for (const Patch& patch : result.patches)
+            rows.push_back({patch.row - 1, patch.measured, patch.reference});
+        return rows;
+    }
+
+    void tellPerfectWhites() {
+        if (sidesOfLight == 0)
+            tell(perfectWhites(comparedRows(), measured.name, reference.name));
+    }
+
+    void tellShiftedRows() {
+        const std::vector<RowPair>& pairs = result.pairing.pairs;
+        std::vector<ComparedRow> rows = comparedRows();
+        if (tellShiftedRows(rows, measured))
+            return;
+        const auto isBefore = [](const RowPair& left, const RowPair& right) {
+            return left.reference.front() < right.reference.front();
+        };
+        if (std::is_sorted(pairs.begin(), pairs.end(), isBefore))
+            return;
+        rows.clear();
+        for (const RowPair& pair : pairs)
+            if (pair.reference.size() == 1)
+                rows.push_back({pair.reference.front(),
+                                standards[static_cast<std::size_t>(pair.reference.front())],
+                                samples[static_cast<std::size_t>(pair.measured)]});
+        std::sort(rows.begin(), rows.end(),
+                  [](const ComparedRow& left, const ComparedRow& right) { return left.row < right.row; });
+        tellShiftedRows(rows, reference);
+    }
+
+    bool tellShiftedRows(const std::vector<ComparedRow>& rows, const Chart& chart) {
+        const std::optional<ShiftedRows> found = findShiftedRows(rows);
+        if (found)
+            tell({{Finding::Severity::warning, Finding::Kind::shiftedRows, toldOf(*found, chart.name)}});
+        return found.has_value();
+    }
+
+    void tellLargeDifferences() {
+        if (result.pairing.rule != PairRule::deviceValues ||
+            std::any_of(result.findings.begin(), result.findings.end(), explainsLargeDifferences))
+            return;
+        if (const std::optional<Finding> found = findLargeDifferences(comparedRows(), result.pairing.by))
+            tell({*found});
     }
 
     // How to ask for it.
@@ -383,6 +480,7 @@ private:
     std::unique_ptr<Conditions> weighting; // null where nothing is computed
     std::vector<Lab> samples;
     std::vector<Lab> standards;
+    int sidesOfLight = 0; // of the two, those that hold measurements of light
     Comparison result;
 };
 

@@ -64,6 +64,12 @@ const char* nameOf(Finding::Kind kind) {
         return "otherHues";
     case Finding::Kind::otherReading:
         return "otherReading";
+    case Finding::Kind::shiftedRows:
+        return "shiftedRows";
+    case Finding::Kind::largeDifferences:
+        return "largeDifferences";
+    case Finding::Kind::relativeToPaper:
+        return "relativeToPaper";
     }
     return "";
 }

@@ -46,7 +46,10 @@ struct Finding {
         otherWhite,       ///< paper as on the white of another illuminant, or X and Z exchanged
         bandOrder,        ///< bands in the opposite order
         otherHues,        ///< than the device values say
-        otherReading      ///< values that agree with the other side when they are read in another way
+        otherReading,     ///< values that agree with the other side when they are read in another way
+        shiftedRows,      ///< colours that belong to neighbouring rows
+        largeDifferences, ///< device values pair what hardly belongs together
+        relativeToPaper   ///< the paper of one side alone is a perfect white
     };
 
     Severity severity;

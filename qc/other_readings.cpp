@@ -28,6 +28,9 @@ constexpr std::size_t kFewestPairs = 8;
 // So many, evenly chosen, tell the median well enough.
 constexpr std::size_t kMostPairs = 256;
 
+// Of the luminances of two whites, as a natural logarithm; repeated measurements of one differ by less.
+constexpr double kOtherLuminance = 0.1;
+
 constexpr double kLargestLightness = 105.0;
 // No chart is as dark throughout.
 constexpr double kSmallestLightestLightness = 20.0;
@@ -127,6 +130,25 @@ void addReadingsOnWhites(const ReadSide& side, std::vector<Reading>& readings) {
     }
 }
 
+Lab withFactor(const Lab& lab, double factor) {
+    std::array<double, 3> percent = relativeXyzOf(lab);
+    for (double& value : percent)
+        value *= factor;
+    return labOfRelativeXyz(percent);
+}
+
+// Of which each row is so many times as light; nothing where the lightest would not look like paper or a
+// good part of it.
+void addReadingWithFactor(const ReadSide& side, double factor, const std::string& words,
+                          std::vector<Reading>& readings) {
+    double lightest = 0.0;
+    for (const Lab& color : side.lab)
+        lightest = std::max(lightest, withFactor(color, factor)[0]);
+    if (lightest >= kSmallestLightestLightness && lightest <= kLargestLightness)
+        readings.push_back(
+            {words, [&side, factor](int row) { return withFactor(at(side.lab, row), factor); }});
+}
+
 void addReadingsOfSpectra(const ReadSide& side, std::vector<Reading>& readings) {
     const auto labAt = [&side](SpectralReading reading) {
         return
@@ -135,6 +157,8 @@ void addReadingsOfSpectra(const ReadSide& side, std::vector<Reading>& readings) 
     readings.push_back({"were in the opposite order of the bands", labAt({true, 0})});
     readings.push_back({"belonged to the next longer wavelengths", labAt({false, 1})});
     readings.push_back({"belonged to the next shorter wavelengths", labAt({false, -1})});
+    addReadingWithFactor(side, 100.0, "were multiplied by 100", readings);
+    addReadingWithFactor(side, 0.01, "were divided by 100", readings);
 }
 
 std::vector<Reading> readingsOf(const ReadSide& side) {
@@ -166,9 +190,10 @@ std::vector<RowPair> evenlyChosen(const std::vector<RowPair>& pairs) {
 
 class OtherReadings {
 public:
-    OtherReadings(const ReadSide& one, const ReadSide& other, const std::vector<RowPair>& all,
+    OtherReadings(const ReadSide& one, const ReadSide& other, const std::vector<RowPair>& all, bool light,
                   const std::function<double(const Lab&, const Lab&)>& difference)
-        : measured(one), reference(other), pairs(evenlyChosen(all)), deltaE(difference) {}
+        : measured(one), reference(other), pairs(evenlyChosen(all)),
+          luminanceRatio(light ? ratioOfWhites(all) : 1.0), deltaE(difference) {}
 
     std::vector<Finding> find() {
         const auto labOfMeasured = [this](int row) { return at(measured.lab, row); };
@@ -180,6 +205,7 @@ public:
             take(measured, reading, medianOf(reading.labOf, labOfReference), 0.0);
         for (const Reading& reading : readingsOf(reference))
             take(reference, reading, medianOf(labOfMeasured, reading.labOf), kBetter * median);
+        takeLuminance(labOfReference);
         if (words.empty())
             return {};
         return {{Finding::Severity::warning, Finding::Kind::otherReading,
@@ -202,6 +228,30 @@ private:
             totals.push_back(deltaE(labOfMeasured(pair.measured), mean));
         }
         return statistics(totals).median;
+    }
+
+    // The luminance of the lightest sample of the reference as a multiple of that of its counterpart.
+    double ratioOfWhites(const std::vector<RowPair>& all) const {
+        const auto luminance = [](const Lab& color) { return luminanceOf(color[0]); };
+        const RowPair& white =
+            *std::max_element(all.begin(), all.end(), [&](const RowPair& left, const RowPair& right) {
+                return at(reference.lab, left.reference.front())[0] <
+                       at(reference.lab, right.reference.front())[0];
+            });
+        return luminance(at(reference.lab, white.reference.front())) /
+               luminance(at(measured.lab, white.measured));
+    }
+
+    // Displays and lamps of other luminance agree but for a factor.
+    void takeLuminance(const Reader& labOfReference) {
+        if (!std::isfinite(luminanceRatio) || !(std::abs(std::log(luminanceRatio)) > kOtherLuminance))
+            return;
+        const Reading brought = {
+            "had " + detail::generalText(luminanceRatio, 4) +
+                " times the luminance, as that of the two whites differs",
+            [this](int row) { return withFactor(at(measured.lab, row), luminanceRatio); },
+            kMuchSmallerByWhite};
+        take(measured, brought, medianOf(brought.labOf, labOfReference), 0.0);
     }
 
     // @param margin by which it must be better than the best so far: one side read in one way agrees about as
@@ -229,6 +279,7 @@ private:
     const ReadSide& measured;
     const ReadSide& reference;
     std::vector<RowPair> pairs;
+    double luminanceRatio;
     const std::function<double(const Lab&, const Lab&)>& deltaE;
     double median = 0.0;
     double best = 0.0;
@@ -238,11 +289,11 @@ private:
 } // namespace
 
 std::vector<Finding> otherReadings(const ReadSide& measured, const ReadSide& reference,
-                                   const std::vector<RowPair>& pairs,
+                                   const std::vector<RowPair>& pairs, bool areLight,
                                    const std::function<double(const Lab&, const Lab&)>& deltaE) {
     if (pairs.size() < kFewestPairs)
         return {};
-    return OtherReadings(measured, reference, pairs, deltaE).find();
+    return OtherReadings(measured, reference, pairs, areLight, deltaE).find();
 }
 
 } // namespace qxcms::qc

@@ -882,7 +882,28 @@ TEST_F(oddFiles, displayScaledTo100_isRefusedOrWarnedAbout) {
                                            "3 0 100 0 35.6 71.4 12.0", "4 0 0 100 18.0 7.2 95.0",
                                            "5 100 100 100 95 100 108.8"};
     const std::string measured = chart("m.txt", fields, rows, "DEVICE_CLASS \"DISPLAY\"\n");
-    expectRefusalOrWarning({measured, measured}, "emission|emissive|display");
+    expectNoteOrWarning({measured, measured}, "measurements of displays");
+    const std::vector<std::string> printedRows = {"1 0 0 0 1.9 2.0 1.7", "2 100 0 0 25 14 3",
+                                                  "3 0 100 0 10 20 8", "4 0 0 100 6 5 20",
+                                                  "5 100 100 100 84 87 70"};
+    expectRefusalOrWarningOnEitherSide(measured, chart("r.txt", fields, printedRows),
+                                       "emission|emissive|display");
+}
+
+// One reading is lost: the colours of all rows behind it stand beside the inks of other ones.
+TEST_F(oddValues, lostReading_isToldWithTheRowsBehindIt) {
+    std::vector<Inks> patches = shuffled(fullChart());
+    std::vector<Inks> read = patches;
+    read.erase(read.begin() + 900);
+    patches.pop_back();
+    std::vector<std::string> rows;
+    for (std::size_t i = 0; i < patches.size(); ++i)
+        rows.push_back(numbers(patches[i]) + ' ' + lighterLab(read[i]));
+    const std::string measured = chart("m.txt", kPrintedLab, named(rows), kUsualConditions);
+    const std::string reference =
+        chart("r.txt", kPrintedLab, printed(fullChart(), labColumns), kUsualConditions);
+    expectWarning({measured, reference},
+                  "rows 901 to 1,61[0-6] of .*m.txt agree with what is expected in the row 1 further down");
 }
 
 TEST_F(oddFiles, targetWithoutMeasuredValues_isRefused) {

@@ -1,6 +1,8 @@
 // Two charts compared: what comes out, and what keeps it from coming out.
 #include "qc/comparison.h"
 
+#include <sstream>
+
 #include <gmock/gmock.h>
 
 #include "tests/support/chart_text.h"
@@ -68,6 +70,27 @@ Rows findingsOf(const Comparison& result, Kind kind) {
         if (finding.kind == kind)
             texts.push_back((finding.severity == Finding::Severity::warning ? "!" : "") + finding.text);
     return texts;
+}
+
+std::string labRow(std::size_t number, const Lab& lab) {
+    std::ostringstream row;
+    row << number + 1 << ' ' << lab[0] << ' ' << lab[1] << ' ' << lab[2];
+    return row.str();
+}
+
+// Rows of kLab, named 1, 2, ....
+Rows labRowsOf(const std::vector<Lab>& colors) {
+    Rows rows;
+    for (const Lab& lab : colors)
+        rows.push_back(labRow(rows.size(), lab));
+    return rows;
+}
+
+// Solids and overprints of offset print on coated paper, and their tints, in round numbers (ISO 12647-2).
+std::vector<Lab> print() {
+    return {{95, 1, -4},   {55, -37, -50}, {48, 74, -3},   {89, -5, 93}, {47, 68, 48}, {50, -68, 33},
+            {24, 22, -46}, {16, 0, 0},     {75, -19, -27}, {72, 36, -4}, {92, -3, 44}, {71, 33, 22},
+            {72, -32, 14}, {58, 10, -24},  {55, 0, -2},    {85, -8, -15}};
 }
 
 std::string illuminantLine(const std::string& name) {
@@ -544,17 +567,199 @@ TEST_F(comparison, rowsOfZerosAmongOthers_areTold) {
     EXPECT_THAT(findingsOf(compared(plain, plain), Kind::unmeasured), IsEmpty());
 }
 
+// The same colours with a* and b* exchanged.
+Rows exchanged(const std::vector<Lab>& colors) {
+    Rows rows;
+    for (const Lab& lab : colors)
+        rows.push_back(labRow(rows.size(), {lab[0], lab[2], lab[1]}));
+    return rows;
+}
+
 TEST_F(comparison, axesExchangedOnOneSide_areTold) {
-    const OwnedChart left = measured(kLab, {"A 50 30 5", "B 60 -40 10", "C 70 9 60"});
-    const OwnedChart right = reference(kLab, {"A 50 5 30", "B 60 10 -40", "C 70 60 9"});
+    const OwnedChart left = measured(kLab, exchanged(print()));
+    const OwnedChart right = reference(kLab, labRowsOf(print()));
     EXPECT_EQ(findingsOf(compared(left, right), Kind::exchangedAxes).size(), 1u);
     EXPECT_THAT(findingsOf(compared(left, left), Kind::exchangedAxes), IsEmpty());
+}
+
+TEST_F(comparison, fewColoursThatExchangingBringsNearer_areNoSignOfIt) {
+    const OwnedChart left = measured(kLab, {"A 50 30 5", "B 60 -40 10", "C 70 9 60"});
+    const OwnedChart right = reference(kLab, {"A 50 5 30", "B 60 10 -40", "C 70 60 9"});
+    EXPECT_THAT(findingsOf(compared(left, right), Kind::exchangedAxes), IsEmpty());
+}
+
+TEST_F(comparison, coloursOfOneHueThatExchangingBringsNearer_areNoSignOfIt) {
+    const OwnedChart left = measured(kLab, exchanged({{30, 4, 21},
+                                                      {35, 4, 22},
+                                                      {40, 4, 23},
+                                                      {45, 4, 24},
+                                                      {50, 4, 25},
+                                                      {55, 4, 26},
+                                                      {60, 4, 27},
+                                                      {65, 4, 28}}));
+    const OwnedChart right = reference(kLab, labRowsOf({{30, 4, 21},
+                                                        {35, 4, 22},
+                                                        {40, 4, 23},
+                                                        {45, 4, 24},
+                                                        {50, 4, 25},
+                                                        {55, 4, 26},
+                                                        {60, 4, 27},
+                                                        {65, 4, 28}}));
+    EXPECT_THAT(findingsOf(compared(left, right), Kind::exchangedAxes), IsEmpty());
 }
 
 TEST_F(comparison, greysThatExchangingBringsNearer_areNoSignOfIt) {
     const OwnedChart left = measured(kLab, {"A 50 0.15 0", "B 60 0.15 0"});
     const OwnedChart right = reference(kLab, {"A 50 0 0.15", "B 60 0 0.15"});
     EXPECT_THAT(findingsOf(compared(left, right), Kind::exchangedAxes), IsEmpty());
+}
+
+// Rows that belong elsewhere.
+
+TEST_F(comparison, lostReading_isToldWithTheRowsBehindIt) {
+    std::vector<Lab> colors = print();
+    colors.erase(colors.begin() + 4);
+    const Comparison result =
+        compared(measured(kLab, labRowsOf(colors)), reference(kLab, labRowsOf(print())));
+    EXPECT_THAT(
+        findingsOf(result, Kind::shiftedRows),
+        ElementsAre(StartsWith("!the colours of rows 5 to 14 of measured.txt agree with what is expected "
+                               "in the row 1 further down (median CIELAB Delta E 0 instead of ")));
+}
+
+// Read in its own order a shuffled reference shows which of its rows are displaced.
+TEST_F(comparison, lostReadingOfTheReference_isToldInItsOwnOrder) {
+    std::vector<Lab> colors = print();
+    colors.erase(colors.begin() + 4);
+    colors.push_back({30, 30, 30});
+    Rows shuffled;
+    for (std::size_t i = 0; i < 16; ++i)
+        shuffled.push_back(labRow(i * 7 % 16, print()[i * 7 % 16]));
+    const Comparison result = compared(measured(kLab, shuffled), reference(kLab, labRowsOf(colors)));
+    EXPECT_THAT(findingsOf(result, Kind::shiftedRows),
+                ElementsAre(StartsWith("!the colours of rows 5 to 15 of reference.txt agree with what is "
+                                       "expected in the row 1 further down")));
+}
+
+// Colours whose device values do not belong to them, in an order of no system.
+TEST_F(comparison, deviceValuesBesideOtherColours_areWarnedOf) {
+    Rows rows;
+    Rows displaced;
+    const std::vector<Lab> colors = print();
+    const std::vector<std::size_t> places = {5, 11, 0, 14, 8, 2, 13, 6, 15, 1, 4, 9, 3, 10, 7, 12};
+    for (std::size_t i = 0; i < colors.size(); ++i) {
+        const std::string inks = std::to_string(5 * i) + " 20 10 0 ";
+        const auto lab = [](const Lab& color) { return labRow(0, color).substr(2); };
+        rows.push_back(inks + lab(colors[i]));
+        displaced.push_back(inks + lab(colors[places[i]]));
+    }
+    const OwnedChart right = reference(kCmykLab, rows);
+    EXPECT_THAT(findingsOf(compared(measured(kCmykLab, displaced), right), Kind::largeDifferences),
+                ElementsAre(HasSubstr("16 samples that CMYK values pair")));
+    EXPECT_THAT(findingsOf(compared(right, right), Kind::largeDifferences), IsEmpty());
+}
+
+// Newsprint is darker and far less colourful throughout, but it is the same chart.
+TEST_F(comparison, sameChartOnQuiteAnotherPaper_isNoOtherOne) {
+    Rows coated;
+    Rows newsprint;
+    const std::vector<Lab> colors = print();
+    for (std::size_t i = 0; i < colors.size(); ++i) {
+        const std::string inks = std::to_string(5 * i) + " 20 10 0 ";
+        const Lab& lab = colors[i];
+        coated.push_back(inks + labRow(0, lab).substr(2));
+        newsprint.push_back(inks + labRow(0, {25 + 0.6 * lab[0], 0.5 * lab[1], 5 + 0.5 * lab[2]}).substr(2));
+    }
+    const Comparison result = compared(measured(kCmykLab, newsprint), reference(kCmykLab, coated));
+    EXPECT_GT(compared(measured(kCmykLab, newsprint), reference(kCmykLab, coated), {}).statistics.median,
+              10.0);
+    EXPECT_THAT(findingsOf(result, Kind::largeDifferences), IsEmpty());
+    EXPECT_THAT(findingsOf(result, Kind::shiftedRows), IsEmpty());
+}
+
+// Light.
+
+const char* const kRgbXyz = "RGB_R RGB_G RGB_B XYZ_X XYZ_Y XYZ_Z";
+
+// A display (IEC 61966-2-1) of this luminance; of prints the primaries are darker, in parts of it.
+Rows display(double luminance, double primaries = 1.0) {
+    const double colors[][6] = {
+        {0, 0, 0, 0.0095, 0.01, 0.0109},       {255, 0, 0, 0.4124, 0.2126, 0.0193},
+        {0, 255, 0, 0.3576, 0.7152, 0.1192},   {0, 0, 255, 0.1805, 0.0722, 0.9505},
+        {255, 255, 0, 0.77, 0.9278, 0.1385},   {0, 255, 255, 0.5381, 0.7874, 1.0697},
+        {255, 0, 255, 0.5929, 0.2848, 0.9698}, {128, 128, 128, 0.2052, 0.2159, 0.2351},
+        {255, 255, 255, 0.9505, 1.0, 1.089}};
+    Rows rows;
+    for (const auto& color : colors) {
+        std::ostringstream row;
+        row << color[0] << ' ' << color[1] << ' ' << color[2];
+        for (int i = 3; i < 6; ++i)
+            row << ' ' << luminance * color[i] * (rows.empty() || rows.size() > 3 ? 1.0 : primaries);
+        rows.push_back(row.str());
+    }
+    return rows;
+}
+
+TEST_F(comparison, displayAgainstDisplay_isNotedOnce) {
+    const Comparison result = compared(measured(kRgbXyz, display(100)), reference(kRgbXyz, display(101)));
+    EXPECT_THAT(findingsOf(result, Kind::emission),
+                ElementsAre(StartsWith("measured.txt and reference.txt hold measurements of displays")));
+}
+
+TEST_F(comparison, lightThatIsNotScaled_isWarnedOf) {
+    const Comparison result = compared(measured(kRgbXyz, display(300)), reference(kRgbXyz, display(300)));
+    EXPECT_THAT(findingsOf(result, Kind::emission),
+                ElementsAre(StartsWith("!measured.txt"), StartsWith("!reference.txt")));
+}
+
+TEST_F(comparison, lightAgainstPrint_isWarnedOf) {
+    const Comparison result =
+        compared(measured(kRgbXyz, display(100)), reference(kRgbXyz, display(100, 0.6)));
+    EXPECT_THAT(findingsOf(result, Kind::emission), ElementsAre(StartsWith("!measured.txt")));
+}
+
+TEST_F(comparison, lightOfAnotherLuminance_isToldWithTheFactor) {
+    const Comparison result = compared(measured(kRgbXyz, display(80)), reference(kRgbXyz, display(100)));
+    EXPECT_THAT(findingsOf(result, Kind::otherReading),
+                ElementsAre(StartsWith("!if the XYZ values of measured.txt had 1.25 times the luminance")));
+}
+
+TEST_F(comparison, spectraDividedBy100TwiceOver_areToldAgainstTheOthers) {
+    Rows whole;
+    Rows divided;
+    for (int i = 1; i <= 8; ++i) {
+        std::ostringstream row;
+        std::ostringstream small;
+        row << i;
+        small << i;
+        for (const double share : {0.3, 0.4, 0.9, 1.0}) {
+            row << ' ' << 0.1 * i * share;
+            small << ' ' << 0.001 * i * share;
+        }
+        whole.push_back(row.str());
+        divided.push_back(small.str());
+    }
+    const Comparison result = compared(measured(kSpectra, divided), reference(kSpectra, whole));
+    EXPECT_THAT(
+        findingsOf(result, Kind::otherReading),
+        ElementsAre(StartsWith("!if the spectral values of measured.txt were multiplied by 100, the")));
+}
+
+// Values relative to the paper.
+
+TEST_F(comparison, perfectWhiteOnOneSide_isToldToBeRelativeToThePaper) {
+    std::vector<Lab> relative = print();
+    relative[0] = {100, 0, 0};
+    const OwnedChart left = measured(kLab, labRowsOf(relative));
+    const OwnedChart right = reference(kLab, labRowsOf(print()));
+    EXPECT_THAT(
+        findingsOf(compared(left, right), Kind::relativeToPaper),
+        ElementsAre(AllOf(StartsWith("!the lightest sample of measured.txt has Lab 100 0 0, a perfect"),
+                          HasSubstr("95 1 -4 in reference.txt"))));
+    EXPECT_THAT(findingsOf(compared(measured(kLab, labRowsOf(print())), reference(kLab, labRowsOf(relative))),
+                           Kind::relativeToPaper),
+                ElementsAre(StartsWith("!the lightest sample of reference.txt")));
+    EXPECT_THAT(findingsOf(compared(left, left), Kind::relativeToPaper), IsEmpty());
 }
 
 } // namespace

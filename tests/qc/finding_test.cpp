@@ -13,10 +13,10 @@ using qc::Finding;
 
 TEST(finding, everyKind_hasANameOfItsOwn) {
     std::set<std::string> names;
-    for (int kind = 0; kind <= static_cast<int>(Finding::Kind::otherReading); ++kind)
+    for (int kind = 0; kind <= static_cast<int>(Finding::Kind::relativeToPaper); ++kind)
         names.insert(qc::nameOf(static_cast<Finding::Kind>(kind)));
     EXPECT_EQ(names.count(""), 0U);
-    EXPECT_EQ(names.size(), static_cast<std::size_t>(Finding::Kind::otherReading) + 1);
+    EXPECT_EQ(names.size(), static_cast<std::size_t>(Finding::Kind::relativeToPaper) + 1);
 }
 
 } // namespace

@@ -43,7 +43,7 @@ class otherReadings : public testing::Test {
 protected:
     // What is told of two charts whose n-th rows belong together.
     std::string told(ColorSource source, const std::vector<Lab>& measured,
-                     const std::vector<Lab>& reference = print()) const {
+                     const std::vector<Lab>& reference = print(), bool areLight = false) const {
         std::vector<qc::RowPair> pairs;
         for (int row = 0; row < static_cast<int>(measured.size()); ++row)
             pairs.push_back({row, {row}});
@@ -51,7 +51,7 @@ protected:
         const qc::Chart other{"r.txt", nullptr, 0};
         const std::vector<qc::Finding> findings =
             qc::otherReadings({one, source, measured, &conditions},
-                              {other, ColorSource::lab, reference, &conditions}, pairs, deltaE76);
+                              {other, ColorSource::lab, reference, &conditions}, pairs, areLight, deltaE76);
         return findings.empty() ? "" : findings[0].text;
     }
 
@@ -101,6 +101,16 @@ TEST_F(otherReadings, bluerPaper_isNoOtherWhite) {
                        return Lab{v[0], v[1] + 2, v[2] - 11 * v[0] / 95};
                    })),
               "");
+}
+
+// Y of L* 100 is 100, of L* 50 18.4187 (CIE 15).
+TEST_F(otherReadings, lightThatDiffersByAFactor_isToldWithIt) {
+    const std::vector<Lab> bright(8, Lab{100, 0, 0});
+    const std::vector<Lab> dim(8, Lab{50, 0, 0});
+    EXPECT_THAT(told(ColorSource::lab, dim, bright, true),
+                HasSubstr("had 5.429 times the luminance, as that of the two whites differs, the median "
+                          "difference would be "));
+    EXPECT_EQ(told(ColorSource::lab, dim, bright, false), "");
 }
 
 } // namespace
