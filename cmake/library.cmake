@@ -88,9 +88,14 @@ add_library(qxcms_objects OBJECT
     spectral/tmeasgeom.cpp
     spectral/tobserver.cpp
     spectral/tspectrum.cpp
+    colorspace/appearance_formulas.cpp
     colorspace/color_difference.cpp
+    colorspace/tcolorspace.cpp
+    colorspace/tcolorspace_ciecam02.cpp
+    colorspace/tcolorspace_ciecam97s.cpp
     colorspace/tcolorspacerepresentation.cpp
     colorspace/tlabspace.cpp
+    colorspace/txyzrspace.cpp
     measurement/colorimetric_measurements.cpp
     measurement/spectral_measurements.cpp
     measurement/tonemeasurement.cpp

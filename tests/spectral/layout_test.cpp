@@ -17,8 +17,12 @@
 #include "cgats/tcgatstableheader.h"
 #include "cgats/tcgatstag.h"
 #include "cgats/tcgatsvaluelist.h"
+#include "colorspace/tcolorspace.h"
+#include "colorspace/tcolorspace_ciecam02.h"
+#include "colorspace/tcolorspace_ciecam97s.h"
 #include "colorspace/tcolorspacerepresentation.h"
 #include "colorspace/tlabspace.h"
+#include "colorspace/txyzrspace.h"
 #include "measurement/colorimetric_measurements.h"
 #include "measurement/spectral_measurements.h"
 #include "measurement/tonemeasurement.h"
@@ -138,6 +142,53 @@ void LayoutProbe::checkColorspace() {
     static_assert(sizeof(TLabSpace) == 40);
     QXCMS_MEMBER(TLabSpace, white, double[3], 8);
     QXCMS_MEMBER(TLabSpace, errorNumber, std::int32_t, 32);
+
+    static_assert(!std::is_polymorphic_v<TColorSpace> && sizeof(TColorSpace) == 16);
+    QXCMS_MEMBER(TColorSpace, errorNumber, std::int32_t, 0);
+    QXCMS_MEMBER(TColorSpace, spaceIndex, std::int32_t, 4);
+    static_assert(sizeof(TColorSpace::representation) == 8 && offsetof(TColorSpace, representation) == 8);
+
+    static_assert(sizeof(TXYZRSpace) == 40);
+    QXCMS_MEMBER(TXYZRSpace, errorNumber, std::int32_t, 8);
+    QXCMS_MEMBER(TXYZRSpace, white, double[3], 16);
+
+    static_assert(sizeof(TColorSpace_CIECAM02) == 152);
+    QXCMS_MEMBER(TColorSpace_CIECAM02, white, double[3], 8);
+    QXCMS_MEMBER(TColorSpace_CIECAM02, errorNumber, std::int32_t, 32);
+    QXCMS_MEMBER(TColorSpace_CIECAM02, c, double, 40);
+    QXCMS_MEMBER(TColorSpace_CIECAM02, Nc, double, 48);
+    QXCMS_MEMBER(TColorSpace_CIECAM02, F, double, 56);
+    QXCMS_MEMBER(TColorSpace_CIECAM02, La, double, 64);
+    QXCMS_MEMBER(TColorSpace_CIECAM02, Yb, double, 72);
+    QXCMS_MEMBER(TColorSpace_CIECAM02, Rw, double, 80);
+    QXCMS_MEMBER(TColorSpace_CIECAM02, Gw, double, 88);
+    QXCMS_MEMBER(TColorSpace_CIECAM02, Bw, double, 96);
+    QXCMS_MEMBER(TColorSpace_CIECAM02, Aw, double, 104);
+    QXCMS_MEMBER(TColorSpace_CIECAM02, D, double, 112);
+    QXCMS_MEMBER(TColorSpace_CIECAM02, n, double, 120);
+    QXCMS_MEMBER(TColorSpace_CIECAM02, Nbb, double, 128);
+    QXCMS_MEMBER(TColorSpace_CIECAM02, z, double, 136);
+    QXCMS_MEMBER(TColorSpace_CIECAM02, FL, double, 144);
+
+    static_assert(sizeof(TColorSpace_CIECAM97s) == 168);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, white, double[3], 8);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, errorNumber, std::int32_t, 32);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, c, double, 40);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, Nc, double, 48);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, FLL, double, 56);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, F, double, 64);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, La, double, 72);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, Yb, double, 80);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, Rw, double, 88);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, Gw, double, 96);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, Bw, double, 104);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, D, double, 112);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, p, double, 120);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, n, double, 128);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, Nbb, double, 136);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, z, double, 144);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, FL, double, 152);
+    QXCMS_MEMBER(TColorSpace_CIECAM97s, Aw, double, 160);
 }
 
 void LayoutProbe::checkMeasurement() {
