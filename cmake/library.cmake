@@ -79,6 +79,7 @@ add_library(qxcms_objects OBJECT
     spectral/density_filter_tables.cpp
     spectral/illuminant_file.cpp
     spectral/isotemperature_lines.cpp
+    spectral/matching_spectrum.cpp
     spectral/observer_tables.cpp
     spectral/spectral_density.cpp
     spectral/spectrum_encoding.cpp

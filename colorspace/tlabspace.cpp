@@ -1,6 +1,8 @@
 #include "colorspace/tlabspace.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 
 #include "colorspace/lab_formulas.h"
@@ -145,6 +147,22 @@ int TLabSpace::ToXYZ(const double* lab, double* xyz) const {
     return LabToXYZ(lab, xyz);
 }
 
+int TLabSpace::XYZToLabBatch(const double* xyz, double* lab, std::size_t count) const {
+    if (xyz == nullptr || lab == nullptr)
+        return 0;
+    for (std::size_t i = 0; i < count; ++i)
+        xyzToLab(white, xyz + 3 * i, lab + 3 * i);
+    return 0;
+}
+
+int TLabSpace::LabToXYZBatch(const double* lab, double* xyz, std::size_t count) const {
+    if (lab == nullptr || xyz == nullptr)
+        return 0;
+    for (std::size_t i = 0; i < count; ++i)
+        labToXyz(white, lab + 3 * i, xyz + 3 * i);
+    return 0;
+}
+
 int TLabSpace::LabToLab(const double* lab, double* labOut, const double* newWhite) const {
     if (lab == nullptr || labOut == nullptr || newWhite == nullptr)
         return 0;
@@ -174,6 +192,14 @@ int TLabSpace::LabToLHC(const double* lab, double* lhc) {
     lhc[0] = lab[0];
     lhc[1] = h;
     lhc[2] = c;
+    return 0;
+}
+
+int TLabSpace::LabToLHCBatch(const double* lab, double* lhc, std::size_t count) {
+    if (lab == nullptr || lhc == nullptr)
+        return 0;
+    for (std::size_t i = 0; i < count; ++i)
+        LabToLHC(lab + 3 * i, lhc + 3 * i);
     return 0;
 }
 
@@ -257,6 +283,36 @@ double TLabSpace::CalcSquareDeltaE(const double* xyz1, const double* xyz2, int f
     xyzToLab(white, xyz1, lab1);
     xyzToLab(white, xyz2, lab2);
     return CalcSquareDeltaEConverted(lab1, lab2, function);
+}
+
+int TLabSpace::CalcSquareDeltaEConvertedBatch(const double* lab1, const double* lab2, int function,
+                                              double* squares, std::size_t count) {
+    if (lab1 == nullptr || lab2 == nullptr || squares == nullptr)
+        return 0;
+    for (std::size_t i = 0; i < count; ++i)
+        squares[i] = CalcSquareDeltaEConvertedStatic(lab1 + 3 * i, lab2 + 3 * i, function);
+    return 0;
+}
+
+int TLabSpace::CalcSquareDeltaEBatch(const double* xyz1, const double* xyz2, int function, double* squares,
+                                     std::size_t count) const {
+    if (xyz1 == nullptr || xyz2 == nullptr || squares == nullptr)
+        return 0;
+    constexpr std::size_t kAtOnce = 64;
+    double lab1[3 * kAtOnce];
+    double lab2[3 * kAtOnce];
+    while (count > 0) {
+        const std::size_t pairs = std::min(count, kAtOnce);
+        XYZToLabBatch(xyz1, lab1, pairs);
+        XYZToLabBatch(xyz2, lab2, pairs);
+        for (std::size_t i = 0; i < pairs; ++i)
+            squares[i] = CalcSquareDeltaEConverted(lab1 + 3 * i, lab2 + 3 * i, function);
+        xyz1 += 3 * pairs;
+        xyz2 += 3 * pairs;
+        squares += pairs;
+        count -= pairs;
+    }
+    return 0;
 }
 
 double TLabSpace::CalcDeltaE(const double* xyz1, const double* xyz2, int function) const {

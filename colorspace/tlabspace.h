@@ -2,6 +2,7 @@
 /// CIELAB, its conversions and its colour differences.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "base/export.h"
@@ -15,7 +16,8 @@ struct LayoutProbe;
 ///
 /// Triples: XYZ on the scale of the white; Lab = (L*, a*, b*); LHC = (L*, hue in radians, C*). Operations
 /// with a null triple write nothing. Difference functions: 0 CIE 1976, 1 CIE 1994, 2 CIEDE2000, 3 CMC(1:1),
-/// 4 CMC(2:1); the second triple is the standard.
+/// 4 CMC(2:1); the second triple is the standard. Batches take arrays of triples, one after the other,
+/// allocate nothing and may be called from many threads at once.
 class QXCMS_API TLabSpace : public TColorSpaceRepresentation {
 public:
     /// @param white Xn, Yn, Zn. The first component below 0 is set to 0, reported, and gives error 2; null
@@ -39,6 +41,10 @@ public:
     int XYZToLab(const double* xyz, double* lab) const;
     /// Lab to XYZ; components that come out negative become 0. @return 0.
     int LabToXYZ(const double* lab, double* xyz) const;
+    /// XYZToLab of `count` consecutive triples, with the same bits; lab may be xyz. @return 0.
+    int XYZToLabBatch(const double* xyz, double* lab, std::size_t count) const;
+    /// LabToXYZ of `count` consecutive triples, with the same bits; xyz may be lab. @return 0.
+    int LabToXYZBatch(const double* lab, double* xyz, std::size_t count) const;
     /// Lab on this white to Lab on `newWhite`, without going through XYZ. @return 0.
     int LabToLab(const double* lab, double* labOut, const double* newWhite) const;
 
@@ -47,6 +53,8 @@ public:
     static double CalculateHue(const double* lab);
     /// Lab to LHC. @return 0.
     static int LabToLHC(const double* lab, double* lhc);
+    /// LabToLHC of `count` consecutive triples, with the same bits; lhc may be lab. @return 0.
+    static int LabToLHCBatch(const double* lab, double* lhc, std::size_t count);
     /// LHC to Lab; hues outside 0 to 2 pi are not reduced. @return 0.
     static int LHCToLab(const double* lhc, double* lab);
     /// XYZ to LHC. @return 0.
@@ -60,6 +68,13 @@ public:
 
     /// The squared difference of two Lab triples; -1.0 for an unknown function or null.
     static double CalcSquareDeltaEConvertedStatic(const double* lab1, const double* lab2, int function);
+    /// CalcSquareDeltaEConvertedStatic of `count` consecutive pairs of triples, with the same bits. @return
+    /// 0.
+    static int CalcSquareDeltaEConvertedBatch(const double* lab1, const double* lab2, int function,
+                                              double* squares, std::size_t count);
+    /// CalcSquareDeltaE of `count` consecutive pairs of XYZ triples, with the same bits. @return 0.
+    int CalcSquareDeltaEBatch(const double* xyz1, const double* xyz2, int function, double* squares,
+                              std::size_t count) const;
     /// The squared hue difference of two Lab triples; rounding may leave it slightly negative. Not a number
     /// for null.
     static double CalcSquareDeltaHConvertedStatic(const double* lab1, const double* lab2);

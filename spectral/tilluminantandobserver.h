@@ -2,12 +2,16 @@
 /// The weights of tristimulus integration for one illuminant and one observer.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
 #include "base/export.h"
 #include "spectral/tilluminant.h"
 #include "spectral/tobserver.h"
+
+/// The distance that a matching spectrum makes small: that of Lab, or that of XYZ.
+enum MatchingMethod : int { kMatchingMethodLab = 0, kMatchingMethodXYZ = 1 };
 
 /// Turns a reflectance or transmittance spectrum into X, Y, Z with Y = 100 for the perfect white.
 ///
@@ -52,6 +56,11 @@ public:
     /// @return as above.
     int GetXYZ(const TSpectrum* spectrum, double* xyz, int count) const;
 
+    /// GetXYZ of `count` spectra of 36 values at 380, 390, ..., 730 nm, one after the other, in either mode,
+    /// with the bits of the spectrum's own; allocates nothing, and xyz may be the place of the spectra.
+    /// @return 0, or 2 when there are not 36 points (xyz untouched) or for null.
+    int SpectraToXYZBatch(const double* spectra, double* xyz, std::size_t count) const;
+
     /// X, Y, Z of the perfect white; in the direct mode always over the 36 standard values.
     /// @return 0, or 2 (and zeros) when there is no memory.
     int GetXYZWhite(double* xyz) const;
@@ -62,6 +71,19 @@ public:
     int GetXYZIncrement(double amount, int first, int last, double* xyz) const;
     /// The same for one point.
     int GetXYZIncrement(double amount, int index, double* xyz) const;
+
+    /// Looks for a reflectance whose colour matches a target: 1000 smoothed gradient steps from a start,
+    /// always all of them, of which the best spectrum is kept, the start included. For the direct mode and 36
+    /// points; spectra are 36 values at 380, 390, ..., 730 nm.
+    /// @param targetXYZ the colour to match. @param whiteXYZ the white of Lab; null for the illuminant's.
+    /// @param upperLimits, lowerLimits for each value but those of the start; null for 0.99999 and 0.00001.
+    /// @param resultSpectrum receives the best spectrum; may be the start's place.
+    /// @return the CIELAB difference (1976) that remains, whatever the method; -1.0, and nothing written, for
+    /// another method, another mode or number of points, or null where null is not allowed.
+    double CalculateMatchingSpectrum(const double* targetXYZ, const double* whiteXYZ,
+                                     const double* upperLimits, const double* lowerLimits,
+                                     const double* startSpectrum, MatchingMethod method,
+                                     double* resultSpectrum) const;
 
     std::int32_t GetStatus() const { return status; }
     /// The number of sampling points.

@@ -2,11 +2,16 @@
 // out.
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "cgats/tcgats.h"
+#include "colorspace/tcolorspace.h"
+#include "colorspace/tcolorspace_ciecam02.h"
+#include "colorspace/tcolorspace_ciecam97s.h"
 #include "colorspace/tlabspace.h"
+#include "colorspace/txyzrspace.h"
 #include "measurement/colorimetric_measurements.h"
 #include "measurement/spectral_measurements.h"
 #include "spectral/tilluminantandobserver.h"
@@ -211,6 +216,94 @@ TEST_F(noMemoryNeeded, colourSpace) {
         EXPECT_EQ(TLabSpace::CalcSquareDeltaHConvertedStatic(lab, lab), 0.0);
     });
     EXPECT_EQ(platform().errors.size(), 1u);
+}
+
+TEST_F(noMemoryNeeded, handleOfAColourSpace) {
+    const TColorSpace spaces[] = {{kWhite, 0}, {kWhite, 1}, {kWhite, 2}};
+    expectNoAllocation([&] {
+        const double xyz[3] = {20, 30, 40};
+        double jch[3], out[3];
+        for (const TColorSpace& space : spaces) {
+            EXPECT_EQ(space.FromXYZ(xyz, jch), 0);
+            EXPECT_EQ(space.ToXYZ(jch, out), 0);
+            EXPECT_EQ(space.CalcDeltaE(xyz, xyz, 0), 0.0);
+            EXPECT_EQ(space.CalcSquareDeltaE(xyz, xyz, 0), 0.0);
+            EXPECT_EQ(space.CalcSquareDeltaEConverted(jch, jch, 0), 0.0);
+            EXPECT_GT(space.GetDifferenceFunctionListSize(), 0);
+            EXPECT_NE(space.GetDifferenceFunctionList(), nullptr);
+        }
+        TColorSpace unknown(kWhite, 3);
+        EXPECT_EQ(unknown.ErrNo(), 1);
+        EXPECT_EQ(TColorSpace::GetColorSpaceListSize(), 3);
+        EXPECT_NE(TColorSpace::GetColorSpaceList(), nullptr);
+    });
+}
+
+TEST_F(noMemoryNeeded, relativeTristimulusValues) {
+    expectNoAllocation([&] {
+        const TXYZRSpace space(kWhite), refused(nullptr);
+        const double xyz[3] = {20, 30, 40};
+        double xyzr[3], yr = 0, out[3];
+        EXPECT_EQ(space.XYZToXYZR(xyz, xyzr), 0);
+        EXPECT_EQ(space.XYZRToXYZ(xyzr, out), 0);
+        EXPECT_EQ(space.XYZToYR(xyz, &yr), 0);
+        EXPECT_EQ(space.YRToXYZ(&yr, out), 0);
+        EXPECT_EQ(refused.ErrNo(), 2);
+    });
+}
+
+// However many colours there are.
+TEST_F(noMemoryNeeded, batches) {
+    constexpr std::size_t kCount = 1003;
+    const std::vector<double> xyz(3 * kCount, 20.0), spectra(36 * kCount, 0.5);
+    std::vector<double> out(3 * kCount), squares(kCount);
+    const TSpectrum light = spectrumOf(kD65);
+    const TIlluminant lamp(&light, "lamp"), tableLamp(&light, "CIE Illuminant F11");
+    const TObserver observer(0);
+    const TIlluminantAndObserver direct(&lamp, &observer, 36), table(&tableLamp, &observer, 36);
+    const TLabSpace lab(kWhite);
+    expectNoAllocation([&] {
+        const TColorSpace_CIECAM02 ciecam02(kWhite, 0);
+        const TColorSpace_CIECAM97s ciecam97s(kWhite, 0);
+        EXPECT_EQ(lab.XYZToLabBatch(xyz.data(), out.data(), kCount), 0);
+        EXPECT_EQ(lab.LabToXYZBatch(xyz.data(), out.data(), kCount), 0);
+        EXPECT_EQ(TLabSpace::LabToLHCBatch(xyz.data(), out.data(), kCount), 0);
+        for (int function = 0; function < TLabSpace::GetDifferenceFunctionListSize(); ++function) {
+            EXPECT_EQ(TLabSpace::CalcSquareDeltaEConvertedBatch(xyz.data(), out.data(), function,
+                                                                squares.data(), kCount),
+                      0);
+            EXPECT_EQ(lab.CalcSquareDeltaEBatch(xyz.data(), out.data(), function, squares.data(), kCount), 0);
+        }
+        EXPECT_EQ(ciecam02.FromXYZBatch(xyz.data(), out.data(), kCount), 0);
+        EXPECT_EQ(ciecam97s.FromXYZBatch(xyz.data(), out.data(), kCount), 0);
+        EXPECT_EQ(direct.SpectraToXYZBatch(spectra.data(), out.data(), kCount), 0);
+        EXPECT_EQ(table.SpectraToXYZBatch(spectra.data(), out.data(), kCount), 0);
+    });
+}
+
+// The first white of a weighting makes the sensitivities of its observer; nothing later does.
+TEST_F(noMemoryNeeded, searchForAMatchingSpectrum) {
+    const TSpectrum light = spectrumOf(kD65);
+    const TIlluminant lamp(&light, "lamp");
+    const TObserver observer(0);
+    const TIlluminantAndObserver weighting(&lamp, &observer, 36), refusing(&lamp, &observer, 8);
+    double own[3];
+    ASSERT_EQ(weighting.GetXYZWhite(own), 0);
+    expectNoAllocation([&] {
+        const double target[3] = {30, 20, 8};
+        const Standard start = flat(0.5);
+        double result[36];
+        for (const MatchingMethod method : {kMatchingMethodLab, kMatchingMethodXYZ}) {
+            for (const double* white : {static_cast<const double*>(nullptr), kWhite}) {
+                EXPECT_GE(weighting.CalculateMatchingSpectrum(target, white, nullptr, nullptr, start.data(),
+                                                              method, result),
+                          0.0);
+            }
+        }
+        EXPECT_EQ(refusing.CalculateMatchingSpectrum(target, nullptr, nullptr, nullptr, start.data(),
+                                                     kMatchingMethodLab, result),
+                  -1.0);
+    });
 }
 
 TEST_F(noMemoryNeeded, questionsToMeasurements) {

@@ -1,8 +1,9 @@
-// Weightings and colour temperatures when the platform or the memory fails.
+// Weightings, colour temperatures and handles of colour spaces when the platform or the memory fails.
 #include <cmath>
 
 #include <gmock/gmock.h>
 
+#include "colorspace/tcolorspace.h"
 #include "spectral/tilluminantandobserver.h"
 #include "spectral/tilluminantfactoryholder.h"
 #include "tests/failing_platform/allocation_faults.h"
@@ -17,6 +18,7 @@ using testing::Each;
 using testing::ElementsAre;
 
 using weightingFaults = OnSubstitutePlatform;
+using colorSpaceFaults = OnSubstitutePlatform;
 
 void expectZeros(const TIlluminantAndObserver& weighting) {
     double white[3] = {7, 7, 7}, colour[3] = {7, 7, 7};
@@ -193,6 +195,33 @@ TEST_F(weightingWithoutMemory, white_answers2AndZerosAndIsThereLater) {
     });
 }
 
+// A search that has to make its white itself refuses when it cannot, and one that is given a white needs no
+// memory.
+TEST_F(weightingWithoutMemory, matchingSearch_refusesOrIsRightAndIsThereLater) {
+    const double target[3] = {30, 20, 8};
+    const Standard start = flat(0.5);
+    const auto search = [&](const TIlluminantAndObserver& weighting, Standard& result) {
+        return weighting.CalculateMatchingSpectrum(target, nullptr, nullptr, nullptr, start.data(),
+                                                   kMatchingMethodLab, result.data());
+    };
+    Standard expected;
+    const double distance = search(TIlluminantAndObserver(&lamp, &observer, 36), expected);
+    ASSERT_GE(distance, 0.0);
+    forEveryFailingAllocation([&](AllocationFaults& faults) {
+        const TIlluminantAndObserver weighting(&lamp, &observer, 36);
+        Standard result = flat(7.0);
+        faults.arm();
+        const double answer = search(weighting, result);
+        faults.disarm();
+        EXPECT_EQ(answer, faults.happened() ? -1.0 : distance);
+        if (faults.happened()) {
+            EXPECT_THAT(result, Each(7.0));
+            EXPECT_EQ(search(weighting, result), distance);
+        }
+        EXPECT_EQ(result, expected);
+    });
+}
+
 TEST_F(weightingWithoutMemory, temperature_is0OrRightAndIsThereLater) {
     const RegistryScope registry;
     const TIlluminant* const lampA = registry.add("A", kIlluminantA);
@@ -217,6 +246,18 @@ TEST_F(weightingWithoutMemory, chromaticityAndTemperature_answer0) {
         EXPECT_EQ(temperature, faults.happened() ? 0.0 : 2860.0);
         EXPECT_EQ(std::isnan(x) && std::isnan(y), faults.happened());
     });
+}
+
+TEST_F(colorSpaceFaults, handleWithoutMemory_givesError1OrIsWhole) {
+    const double white[3] = {95, 100, 108};
+    for (const int space : {0, 1, 2}) {
+        forEveryFailingAllocation([&](AllocationFaults& faults) {
+            faults.arm();
+            TColorSpace handle(white, space);
+            faults.disarm();
+            EXPECT_EQ(handle.ErrNo(), faults.happened() ? 1 : 0) << space;
+        });
+    }
 }
 
 } // namespace
