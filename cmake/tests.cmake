@@ -26,7 +26,7 @@ target_compile_definitions(qxcms_tests PRIVATE QXCMS_SOURCE_DIR="${PROJECT_SOURC
 add_dependencies(qxcms_tests qxcms_data)
 gtest_discover_tests(qxcms_tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
 
-foreach(suite failing_platform hostile fuzz_corpus round_trips independent_reader digest headers examples consumer qc
+foreach(suite failing_platform hostile fuzz_corpus round_trips independent_reader peer digest headers examples consumer qc
         mixups cli surroundings)
     if(suite MATCHES "^(cli|mixups)$" AND NOT QXCMS_BUILD_COMMAND)
         continue()
