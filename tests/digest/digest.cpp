@@ -6,6 +6,7 @@
 #include <cstring>
 #include <functional>
 #include <limits>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -238,6 +239,56 @@ void labSpace() {
     });
 }
 
+void appearance() {
+    const auto modelDigest = [](const char* name, auto newSpace) {
+        digest(name, [newSpace](Numbers& numbers, Digest& all) {
+            const std::vector<double> white = numbers.values(3, 50.0, 120.0);
+            auto space = newSpace(white.data(), numbers.below(3));
+            space->InitializeScene(white.data(), numbers.between(1.0, 1000.0), numbers.between(5.0, 60.0));
+            const std::vector<double> xyz = numbers.values(3, 0.0, 125.0);
+            const double jch[3] = {numbers.between(0.0, 110.0), numbers.between(0.0, 120.0),
+                                   numbers.between(0.0, 360.0)};
+            double result[3];
+            space->FromXYZ(xyz.data(), result);
+            all.add(result, 3);
+            all.add(space->CalcSquareDeltaEConverted(result, jch, 0));
+            space->ToXYZ(jch, result);
+            all.add(result, 3);
+        });
+    };
+    modelDigest("CIECAM97s", [](const double* white, int surround) {
+        return std::make_unique<TColorSpace_CIECAM97s>(white, surround);
+    });
+    modelDigest("CIECAM02", [](const double* white, int surround) {
+        return std::make_unique<TColorSpace_CIECAM02>(white, surround);
+    });
+}
+
+void batches() {
+    digest("batches of colours", [](Numbers& numbers, Digest& all) {
+        const std::vector<double> white = numbers.values(3, 50.0, 120.0);
+        const TLabSpace space(white.data());
+        constexpr int kCount = 37;
+        const std::vector<double> xyz = numbers.values(3 * kCount, -5.0, 125.0);
+        std::vector<double> result(xyz.size());
+        space.XYZToLabBatch(xyz.data(), result.data(), kCount);
+        all.add(result.data(), 3 * kCount);
+        space.LabToXYZBatch(xyz.data(), result.data(), kCount);
+        all.add(result.data(), 3 * kCount);
+        TLabSpace::LabToLHCBatch(xyz.data(), result.data(), kCount);
+        all.add(result.data(), 3 * kCount);
+    });
+    digest("batches of spectra", [](Numbers& numbers, Digest& all) {
+        const TSpectrum light = standardSpectrum(numbers);
+        const TIlluminant illuminant(&light, "light");
+        const TObserver observer(numbers.below(2));
+        const TIlluminantAndObserver weighting(&illuminant, &observer, kBands);
+        double xyz[3 * 11];
+        weighting.SpectraToXYZBatch(numbers.values(kBands * 11, 0.0, 1.2).data(), xyz, 11);
+        all.add(xyz, 3 * 11);
+    });
+}
+
 void addMeasurement(TOneMeasurement& measurement, TIlluminant& illuminant, TObserver& observer,
                     const double* white, Digest& all) {
     double result[4];
@@ -315,6 +366,8 @@ int main() {
     spectra();
     tristimulusValues();
     labSpace();
+    appearance();
+    batches();
     measurements();
     texts();
     platform();
