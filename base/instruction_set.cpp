@@ -1,5 +1,6 @@
 #include "base/instruction_set.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <string_view>
 
@@ -7,19 +8,29 @@ namespace qxcms::detail {
 
 namespace {
 
-InstructionSet offered() {
+InstructionSet offered() noexcept {
 #if defined(__x86_64__)
-    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi2") && __builtin_cpu_supports("popcnt"))
-        return InstructionSet::kAvx2;
+    const bool hasAvx2 = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi2") &&
+                         __builtin_cpu_supports("fma") && __builtin_cpu_supports("popcnt");
+    const bool hasAvx512 = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512dq") &&
+                           __builtin_cpu_supports("avx512vl");
+    if (hasAvx2)
+        return hasAvx512 ? InstructionSet::kAvx512 : InstructionSet::kAvx2;
 #endif
     return InstructionSet::kCommon;
+}
+
+// The most that a value of the variable allows.
+InstructionSet allowed(std::string_view asked) noexcept {
+    if (asked == "common")
+        return InstructionSet::kCommon;
+    return asked == "avx2" ? InstructionSet::kAvx2 : InstructionSet::kAvx512;
 }
 
 } // namespace
 
 InstructionSet instructionSetFor(const char* asked) noexcept {
-    const bool asksForCommon = asked != nullptr && std::string_view(asked) == "common";
-    return asksForCommon ? InstructionSet::kCommon : offered();
+    return asked == nullptr ? offered() : std::min(offered(), allowed(asked));
 }
 
 InstructionSet instructionSet() noexcept {

@@ -143,7 +143,7 @@ OutlineRow scanRowPlainly(std::string_view text, std::size_t first) noexcept {
 
 const RowReaders& rowReaders() noexcept {
     static const bool useAvx2 =
-        instructionSet() == InstructionSet::kAvx2 && kAvx2RowReaders.blocks != nullptr;
+        instructionSet() >= InstructionSet::kAvx2 && kAvx2RowReaders.blocks != nullptr;
     return useAvx2 ? kAvx2RowReaders : kCommonRowReaders;
 }
 

@@ -1,6 +1,7 @@
 // What the processor can do, and how less is asked for.
 #include "base/instruction_set.h"
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -16,13 +17,19 @@ TEST(instructionSet, common_canBeAskedFor) {
     EXPECT_EQ(instructionSetFor("common"), InstructionSet::kCommon);
 }
 
+TEST(instructionSet, eachName_asksForNoMore) {
+    const InstructionSet most = instructionSetFor(nullptr);
+    EXPECT_EQ(instructionSetFor("avx2"), std::min(most, InstructionSet::kAvx2));
+    EXPECT_EQ(instructionSetFor("avx512"), most);
+}
+
 TEST(instructionSet, otherWords_askForNothing) {
     EXPECT_EQ(instructionSetFor("COMMON"), instructionSetFor(nullptr));
     EXPECT_EQ(instructionSetFor(""), instructionSetFor(nullptr));
 }
 
 // The system's own list of what the processor can.
-TEST(instructionSet, avx2_isTakenWhereTheSystemNamesIt) {
+TEST(instructionSet, whatTheSystemNames_isTaken) {
     std::ifstream file("/proc/cpuinfo");
     std::stringstream text;
     text << file.rdbuf();
@@ -31,8 +38,12 @@ TEST(instructionSet, avx2_isTakenWhereTheSystemNamesIt) {
     const auto names = [&](const std::string& flag) {
         return text.str().find(" " + flag + " ") != std::string::npos;
     };
-    EXPECT_EQ(instructionSetFor(nullptr) == InstructionSet::kAvx2,
-              names("avx2") && names("bmi2") && names("popcnt"));
+    const bool avx2 = names("avx2") && names("bmi2") && names("fma") && names("popcnt");
+    const bool avx512 = avx2 && names("avx512f") && names("avx512dq") && names("avx512vl");
+    const InstructionSet expected = avx512 ? InstructionSet::kAvx512
+                                    : avx2 ? InstructionSet::kAvx2
+                                           : InstructionSet::kCommon;
+    EXPECT_EQ(instructionSetFor(nullptr), expected);
 }
 
 } // namespace

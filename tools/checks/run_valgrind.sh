@@ -44,6 +44,8 @@ excluded() {
         echo parseDouble.roundsRandomHexadecimalSubnormalsLikeTheMachine
         # Limits the memory of the process, which valgrind itself lives in.
         echo interpolation.withoutMemory_aPointIsRefused
+        # The processor can more than valgrind.
+        echo instructionSet.whatTheSystemNames_isTaken
         # Keep a time by the clock on the wall.
         echo interpolation.aMillionPoints_areInsertedInSecondsInAnyOrder
         echo parseDouble.readsAMebibyteOfDigitsAtOnce
