@@ -5,8 +5,8 @@ JOBS ?= $(shell nproc)
 # A recipe needs the packages that the one before it installs.
 .NOTPARALLEL:
 
-.PHONY: all demo test asan bench valgrind fuzz fuzz-coverage install setup setup-bench setup-checks setup-fuzz format \
-    check check-compilers check-constants check-format check-tidy regenerate clean
+.PHONY: all demo test exhaustive asan bench valgrind fuzz fuzz-coverage install setup setup-bench setup-checks setup-fuzz \
+    format check check-compilers check-constants check-format check-tidy regenerate clean
 
 all: build/release/Makefile
 	cmake --build --preset release --parallel $(JOBS)
@@ -19,6 +19,11 @@ demo: setup build/release/Makefile
 
 test: setup all
 	ctest --preset release --parallel $(JOBS)
+
+# Every positive float through the conversions that have a faster way; a minute of processor time.
+exhaustive: setup build/release/Makefile
+	cmake --build --preset release --parallel $(JOBS) --target qxcms_every_float
+	./build/release/bin/qxcms_every_float
 
 # The suite under the address and undefined-behaviour sanitizers.
 asan: setup build/asan/Makefile

@@ -91,6 +91,9 @@ add_library(qxcms_objects OBJECT
     spectral/tspectrum.cpp
     colorspace/appearance_formulas.cpp
     colorspace/color_difference.cpp
+    colorspace/fast_lab.cpp
+    colorspace/fast_lab_avx2.cpp
+    colorspace/fast_lab_avx512.cpp
     colorspace/tcolorspace.cpp
     colorspace/tcolorspace_ciecam02.cpp
     colorspace/tcolorspace_ciecam97s.cpp
@@ -146,6 +149,9 @@ endif()
 # What is used only on processors that can.
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64" AND CMAKE_SIZEOF_VOID_P EQUAL 8)
     set_source_files_properties(cgats/row_block_avx2.cpp PROPERTIES COMPILE_OPTIONS "-mavx2;-mbmi2;-mpopcnt")
+    set_source_files_properties(colorspace/fast_lab_avx2.cpp PROPERTIES COMPILE_OPTIONS "-mavx2;-mfma")
+    set_source_files_properties(colorspace/fast_lab_avx512.cpp PROPERTIES COMPILE_OPTIONS
+        "-mavx512f;-mavx512dq;-mavx512vl")
 endif()
 
 add_library(qxcms $<TARGET_OBJECTS:qxcms_objects> $<TARGET_OBJECTS:qxcms_base>)

@@ -10,6 +10,14 @@ inline constexpr double kPi = 3.1415926535;
 inline constexpr double kTwoPi = 6.283185307;
 inline constexpr double kHalfPi = 1.57079632675;
 
+// f(t) = t * 7.787079 + 0.137931 up to 0.008856, t^0.33333333333333 above.
+// Kept on purpose: the suite's programs agree on these rounded constants, not on the exact fractions
+// (labSpace.f_usesTheFourteenDigitExponentRatherThanTheCubeRoot).
+inline constexpr double kForwardThreshold = 0.008856;
+inline constexpr double kForwardSlope = 7.787079;
+inline constexpr double kForwardOffset = 0.137931;
+inline constexpr double kCubeRoot = 0.33333333333333;
+
 /// XYZ to Lab on `white`; negative components count as 0.
 void xyzToLab(const double* white, const double* xyz, double* lab) noexcept;
 

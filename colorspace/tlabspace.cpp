@@ -14,12 +14,6 @@ constexpr int kBadWhite = 2;
 constexpr const char* kModule = "tlabspace";
 constexpr int kWhiteLine = 162;
 
-// Kept on purpose: the suite's programs agree on these rounded constants, not on the exact fractions
-// (labSpace.f_usesTheFourteenDigitExponentRatherThanTheCubeRoot).
-constexpr double kForwardThreshold = 0.008856;
-constexpr double kSlope = 7.787079;
-constexpr double kOffset = 0.137931;
-constexpr double kCubeRoot = 0.33333333333333;
 constexpr double kInverseThreshold = 0.206893;
 
 // Closer to 0 than this an a* has no direction.
@@ -87,6 +81,10 @@ double chroma(double a, double b) noexcept {
 
 using qxcms::detail::chroma;
 using qxcms::detail::hueAngle;
+using qxcms::detail::kCubeRoot;
+using qxcms::detail::kForwardOffset;
+using qxcms::detail::kForwardSlope;
+using qxcms::detail::kForwardThreshold;
 using qxcms::detail::kHalfPi;
 using qxcms::detail::kPi;
 using qxcms::detail::labToXyz;
@@ -120,11 +118,11 @@ int TLabSpace::ErrNo() {
 }
 
 double TLabSpace::FLab(double t) {
-    return t <= kForwardThreshold ? t * kSlope + kOffset : std::pow(t, kCubeRoot);
+    return t <= kForwardThreshold ? t * kForwardSlope + kForwardOffset : std::pow(t, kCubeRoot);
 }
 
 double TLabSpace::Fm1Lab(double u) {
-    return u <= kInverseThreshold ? (u + -kOffset) / kSlope : std::pow(u, 3.0);
+    return u <= kInverseThreshold ? (u + -kForwardOffset) / kForwardSlope : std::pow(u, 3.0);
 }
 
 int TLabSpace::XYZToLab(const double* xyz, double* lab) const {
@@ -145,14 +143,6 @@ int TLabSpace::LabToXYZ(const double* lab, double* xyz) const {
 
 int TLabSpace::ToXYZ(const double* lab, double* xyz) const {
     return LabToXYZ(lab, xyz);
-}
-
-int TLabSpace::XYZToLabBatch(const double* xyz, double* lab, std::size_t count) const {
-    if (xyz == nullptr || lab == nullptr)
-        return 0;
-    for (std::size_t i = 0; i < count; ++i)
-        xyzToLab(white, xyz + 3 * i, lab + 3 * i);
-    return 0;
 }
 
 int TLabSpace::LabToXYZBatch(const double* lab, double* xyz, std::size_t count) const {

@@ -70,6 +70,8 @@ SUITES = [
     ("spectral/tmeasgeom.*", "geometry*:layout*"),
     ("spectral/*", "spectrum*:layout*:observer*:*Spectrum*:spectralDensity*"),
     ("colorspace/color_difference.cpp", "colorDifference.*"),
+    ("colorspace/fast_lab*", "fastLab.*:labBatch.*"),
+    ("colorspace/lanes_*", "fastLab.*:labBatch.*"),
     ("colorspace/*", "labSpace.*:colorDifference.*:colorSpace*"),
     ("measurement/*", "*easurement*:*Spectrum*:layout*"),
     ("cgats/row_*", "rowScan.*:normalizer*"),
