@@ -16,7 +16,8 @@ constexpr std::size_t kFewest = 5;
 // The roots before the first and behind the last one that a kernel may read, and still aligned.
 constexpr std::size_t kMargin = 16;
 
-// 1/3 in single precision.
+// Kept on purpose: 1/3 in single precision, which is not that of XYZToLab
+// (fastLab.theExponent_isAThirdInSinglePrecision).
 constexpr double kSingleThird = static_cast<double>(1.0F / 3.0F);
 
 float singlePower(float t) {

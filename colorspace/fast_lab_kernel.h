@@ -67,8 +67,8 @@ struct Single {
     using Part = HalfFloats;
 
     static constexpr float kMore = 9.9341e-9F * 0.69314718F; // (e - 1/3) ln 2
-    static constexpr float kDoubt = 1.0F + 0x1p-9F;
-    static constexpr float kUnit = 0x1p-23F; // of bitsAsNumber, in octaves
+    static constexpr float kDoubt = 1.002F;
+    static constexpr float kUnit = 1.0F / 8388608.0F; // of bitsAsNumber, in octaves
     static constexpr float kBias = 127.0F;
 
     /// The threshold is below the float that is nearest to it.
@@ -103,17 +103,18 @@ struct Exact {
 
     static constexpr double kMore = -3.349172791e-15 * 0.6931471805599453;
     static constexpr double kDoubt = 1.07;
-    static constexpr double kUnit = 0x1p-40;
+    static constexpr double kUnit = 1.0 / 1099511627776.0;
     static constexpr double kBias = 1023.0;
+    static constexpr double kTwoTo52 = 4503599627370496.0;
 
     static auto isLinear(Vector t) { return t <= kForwardThreshold; }
 
     // The upper 52 bits, as the mantissa of a number from 2^52 to 2^53.
     static Vector bitsAsNumber(Vector t) {
-        return reinterpret_cast<Vector>((reinterpret_cast<Longs>(t) >> 12) | 0x4330000000000000U) - 0x1p52;
+        return reinterpret_cast<Vector>((reinterpret_cast<Longs>(t) >> 12) | 0x4330000000000000U) - kTwoTo52;
     }
     static Vector fromBits(Vector number) {
-        return reinterpret_cast<Vector>(reinterpret_cast<Longs>(number + 0x1p52) << 12);
+        return reinterpret_cast<Vector>(reinterpret_cast<Longs>(number + kTwoTo52) << 12);
     }
     static Vector mantissa(Vector t) {
         return reinterpret_cast<Vector>((reinterpret_cast<Longs>(t) & 0x000FFFFFFFFFFFFFU) |
