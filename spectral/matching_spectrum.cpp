@@ -119,7 +119,8 @@ public:
                 current[i] = upper[i];
         }
         lookAtCurrent();
-        if (distance < bestDistance) {
+        // A start whose distance is no number is worse than any candidate that has one.
+        if (distance < bestDistance || (std::isnan(bestDistance) && !std::isnan(distance))) {
             best = current;
             bestDistance = distance;
         }

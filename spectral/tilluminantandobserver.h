@@ -78,8 +78,10 @@ public:
     /// @param targetXYZ the colour to match. @param whiteXYZ the white of Lab; null for the illuminant's.
     /// @param upperLimits, lowerLimits for each value but those of the start; null for 0.99999 and 0.00001.
     /// @param resultSpectrum receives the best spectrum; may be the start's place.
-    /// @return the CIELAB difference (1976) that remains, whatever the method; -1.0, and nothing written, for
-    /// another method, another mode or number of points, or null where null is not allowed.
+    /// @return the CIELAB difference (1976) that remains, whatever the method, and no number where neither
+    /// start nor candidates have one (a value of the start or the target that is none, a white of 0, no light
+    /// at all); -1.0, and nothing written, for another method, another mode or number of points, or null
+    /// where null is not allowed.
     double CalculateMatchingSpectrum(const double* targetXYZ, const double* whiteXYZ,
                                      const double* upperLimits, const double* lowerLimits,
                                      const double* startSpectrum, MatchingMethod method,

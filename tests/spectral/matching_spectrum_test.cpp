@@ -618,6 +618,29 @@ TEST(matchingSpectrum, startTooFarForTheProbes_isLeftByItsLimits) {
     expectRestated(weighting, wanted);
 }
 
+// Whatever the start is, no step that is no number spoils what its limits make of it.
+TEST(matchingSpectrum, startTooLargeForItsSteps_isLeftByItsLimits) {
+    Weighting weighting(kD65);
+    Standard infinite = flat(0.5);
+    infinite[7] = kInfinity;
+    for (const Standard& start : {flat(1e150), flat(1e160), flat(1e300), infinite}) {
+        const Found found = search(weighting, {kRed, start, kByXyz});
+        EXPECT_LT(found.distance, 0.1) << start[7];
+        EXPECT_THAT(found.spectrum, Each(testing::AllOf(testing::Ge(kLowest), testing::Le(kHighest))));
+    }
+}
+
+TEST(matchingSpectrum, startWithoutADistance_isWorseThanAnyCandidate) {
+    Weighting weighting(kD65);
+    Standard infinite = flat(0.5);
+    infinite[7] = kInfinity;
+    for (const Standard& start : {flat(1.7e308), infinite}) {
+        const Found found = search(weighting, {kRed, start, kByLab});
+        EXPECT_LT(found.distance, 0.1) << start[7];
+        EXPECT_THAT(found.spectrum, Each(testing::AllOf(testing::Ge(kLowest), testing::Le(kHighest))));
+    }
+}
+
 // Without a slope and without limits that move it, the spectrum stays, and it stays a number.
 TEST(matchingSpectrum, startWithoutASlopeWithinItsLimits_isReturned) {
     Weighting weighting(kD65);
@@ -826,6 +849,19 @@ TEST(matchingSpectrum, weightingThatCouldNotBeMade_isRefused) {
                                                               start.data(), kByLab, found.spectrum.data());
         expectRefused(found);
     }
+}
+
+TEST(matchingSpectrum, weightingOfALampWithoutASpectrum_isRefused) {
+    const TIlluminant dark(nullptr, "dark");
+    const TObserver observer(0);
+    const TIlluminantAndObserver weighting(&dark, &observer, 36);
+    ASSERT_NE(weighting.GetStatus(), 0);
+    ASSERT_EQ(weighting.GetNumber(), 36);
+    const Standard start = flat(0.5);
+    Found found = {kNan, flat(-7.0)};
+    found.distance = weighting.CalculateMatchingSpectrum(kRed.data(), kPublishedD50.data(), nullptr, nullptr,
+                                                         start.data(), kByXyz, found.spectrum.data());
+    expectRefused(found);
 }
 
 TEST(matchingSpectrum, missingArgument_isRefused) {
