@@ -132,21 +132,29 @@ double TColorSpace_CIECAM02::adaptationFactor(double channelOfWhite) const {
     return white[1] * D / channelOfWhite + 1.0 - D;
 }
 
+void TColorSpace_CIECAM02::adaptationFactors(double* factors) const {
+    factors[0] = adaptationFactor(Rw);
+    factors[1] = adaptationFactor(Gw);
+    factors[2] = adaptationFactor(Bw);
+}
+
 int TColorSpace_CIECAM02::ChromaticAdaptation(const double* rgb, double* adapted) const {
     if (rgb == nullptr || adapted == nullptr)
         return 0;
-    adapted[0] = adaptationFactor(Rw) * rgb[0];
-    adapted[1] = adaptationFactor(Gw) * rgb[1];
-    adapted[2] = adaptationFactor(Bw) * rgb[2];
+    double factors[3];
+    adaptationFactors(factors);
+    for (int i = 0; i < 3; ++i)
+        adapted[i] = factors[i] * rgb[i];
     return 0;
 }
 
 int TColorSpace_CIECAM02::InverseChromaticAdaptation(const double* adapted, double* rgb) const {
     if (adapted == nullptr || rgb == nullptr)
         return 0;
-    rgb[0] = adapted[0] / adaptationFactor(Rw);
-    rgb[1] = adapted[1] / adaptationFactor(Gw);
-    rgb[2] = adapted[2] / adaptationFactor(Bw);
+    double factors[3];
+    adaptationFactors(factors);
+    for (int i = 0; i < 3; ++i)
+        rgb[i] = adapted[i] / factors[i];
     return 0;
 }
 
@@ -196,10 +204,12 @@ double TColorSpace_CIECAM02::chromaScale() const {
     return std::pow(1.64 - std::pow(0.29, n), 0.73);
 }
 
-void TColorSpace_CIECAM02::forward(const double* xyz, double scale, double* jch) const {
+void TColorSpace_CIECAM02::forward(const double* xyz, const double* factors, double scale,
+                                   double* jch) const {
     double response[3];
     ToCAT02(xyz, response);
-    ChromaticAdaptation(response, response);
+    for (int i = 0; i < 3; ++i)
+        response[i] *= factors[i];
     ToHuntPointerEstevez(response, response);
     NonlinearAdaptation(response, response);
     const double R = response[0];
@@ -224,9 +234,11 @@ int TColorSpace_CIECAM02::FromXYZ(const double* xyz, double* jch) const {
 int TColorSpace_CIECAM02::FromXYZBatch(const double* xyz, double* jch, std::size_t count) const {
     if (xyz == nullptr || jch == nullptr)
         return 0;
+    double factors[3];
+    adaptationFactors(factors);
     const double scale = chromaScale();
     for (std::size_t i = 0; i < count; ++i)
-        forward(xyz + 3 * i, scale, jch + 3 * i);
+        forward(xyz + 3 * i, factors, scale, jch + 3 * i);
     return 0;
 }
 

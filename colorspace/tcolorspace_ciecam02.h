@@ -83,9 +83,10 @@ private:
     friend struct qxcms::detail::LayoutProbe;
 
     double adaptationFactor(double channelOfWhite) const;
+    void adaptationFactors(double* factors) const;
     double achromaticResponse(const double* compressed) const;
     double chromaScale() const;
-    void forward(const double* xyz, double scale, double* jch) const;
+    void forward(const double* xyz, const double* factors, double scale, double* jch) const;
     void opponents(const double* jch, double achromatic, double* aab) const;
 
     double white[3];

@@ -137,15 +137,28 @@ double TColorSpace_CIECAM97s::adaptationFactor(double channelOfWhite) const {
     return D / channelOfWhite + 1.0 - D;
 }
 
-// Kept on purpose: the sign of blue is put back behind a power that has no number for it
+// Of R, G and B^p.
+void TColorSpace_CIECAM97s::adaptationFactors(double* factors) const {
+    factors[0] = adaptationFactor(Rw);
+    factors[1] = adaptationFactor(Gw);
+    factors[2] = adaptationFactor(std::pow(Bw, p));
+}
+
+// Kept on purpose: the sign of blue is put back behind a power that has no number for it, unless p is 1
 // (ciecam97s.negativeBlueResponse_isNotANumber).
+void TColorSpace_CIECAM97s::adapt(const double* rgb, const double* factors, double* adapted) const {
+    const double blue = rgb[2];
+    adapted[0] = factors[0] * rgb[0];
+    adapted[1] = factors[1] * rgb[1];
+    adapted[2] = sgn(blue) * std::fabs(std::pow(blue, p)) * factors[2];
+}
+
 int TColorSpace_CIECAM97s::MultiplyByDp(const double* rgb, double* adapted) const {
     if (rgb == nullptr || adapted == nullptr)
         return 0;
-    const double blue = rgb[2];
-    adapted[0] = adaptationFactor(Rw) * rgb[0];
-    adapted[1] = adaptationFactor(Gw) * rgb[1];
-    adapted[2] = sgn(blue) * std::fabs(std::pow(blue, p)) * adaptationFactor(std::pow(Bw, p));
+    double factors[3];
+    adaptationFactors(factors);
+    adapt(rgb, factors, adapted);
     return 0;
 }
 
@@ -189,17 +202,20 @@ double TColorSpace_CIECAM97s::CalculateE(double h) const {
            (above.eccentricity - below.eccentricity) * (h - below.hue) / (above.hue - below.hue);
 }
 
-// 2.44 (J / 100)^(0.67 n) (1.64 - 0.29^n)
-double TColorSpace_CIECAM97s::chromaScale(double J) const {
-    return 2.44 * std::pow(J / 100.0, 0.67 * n) * (1.64 - std::pow(0.29, n));
+double TColorSpace_CIECAM97s::backgroundChroma() const {
+    return 1.64 - std::pow(0.29, n);
 }
 
-int TColorSpace_CIECAM97s::FromXYZ(const double* xyz, double* jch) const {
-    if (xyz == nullptr || jch == nullptr)
-        return 0;
+// 2.44 (J / 100)^(0.67 n) (1.64 - 0.29^n)
+double TColorSpace_CIECAM97s::chromaScale(double J) const {
+    return 2.44 * std::pow(J / 100.0, 0.67 * n) * backgroundChroma();
+}
+
+void TColorSpace_CIECAM97s::forward(const double* xyz, const double* factors, double background,
+                                    double* jch) const {
     double response[3];
     MultiplyByMb(xyz, response);
-    MultiplyByDp(response, response);
+    adapt(response, factors, response);
     MultiplyByMhMbInv(response, response, xyz[1]);
     MultiplyPostAdaption(response, response);
     const double R = response[0];
@@ -214,16 +230,22 @@ int TColorSpace_CIECAM97s::FromXYZ(const double* xyz, double* jch) const {
     const double s = 50.0 * std::sqrt(a * a + b * b) * 100.0 * CalculateE(h) * 0.7692307692307693 * Nc * Nbb /
                      (R + G + 1.05 * B);
     jch[0] = J;
-    jch[1] = 2.44 * std::pow(s, 0.69) * std::pow(J / 100.0, 0.67 * n) * (1.64 - std::pow(0.29, n));
+    jch[1] = 2.44 * std::pow(s, 0.69) * std::pow(J / 100.0, 0.67 * n) * background;
     jch[2] = h;
-    return 0;
+}
+
+int TColorSpace_CIECAM97s::FromXYZ(const double* xyz, double* jch) const {
+    return FromXYZBatch(xyz, jch, 1);
 }
 
 int TColorSpace_CIECAM97s::FromXYZBatch(const double* xyz, double* jch, std::size_t count) const {
     if (xyz == nullptr || jch == nullptr)
         return 0;
+    double factors[3];
+    adaptationFactors(factors);
+    const double background = backgroundChroma();
     for (std::size_t i = 0; i < count; ++i)
-        TColorSpace_CIECAM97s::FromXYZ(xyz + 3 * i, jch + 3 * i);
+        forward(xyz + 3 * i, factors, background, jch + 3 * i);
     return 0;
 }
 

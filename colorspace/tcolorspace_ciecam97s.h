@@ -83,8 +83,12 @@ private:
     friend struct qxcms::detail::LayoutProbe;
 
     double adaptationFactor(double channelOfWhite) const;
+    void adaptationFactors(double* factors) const;
+    void adapt(const double* rgb, const double* factors, double* adapted) const;
     double achromaticResponse(const double* compressed) const;
+    double backgroundChroma() const;
     double chromaScale(double J) const;
+    void forward(const double* xyz, const double* factors, double background, double* jch) const;
     void opponents(const double* jch, double* aab) const;
 
     double white[3];

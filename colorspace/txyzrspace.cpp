@@ -4,8 +4,9 @@ namespace {
 
 constexpr int kBadWhite = 2;
 
-// Kept on purpose: CIELAB takes whites down to 0 and reports the others; here all three components are looked
-// at, the limit is higher and nothing is reported (xyzrSpace.whiteOfZero_isRefusedHereAndAcceptedByCielab).
+// Kept on purpose: CIELAB takes whites down to 0 and reports the others, while here all three components are
+// looked at, the limit is higher and nothing is reported
+// (xyzrSpace.whiteOfZero_isRefusedHereAndAcceptedByCielab).
 constexpr double kLeastWhite = 1e-6;
 
 } // namespace
