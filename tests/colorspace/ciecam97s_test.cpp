@@ -300,6 +300,24 @@ TEST(ciecam97s, negativeBlueResponse_isNotANumber) {
     EXPECT_TRUE(std::isnan(adapted[2]));
 }
 
+// The blue response of a white of equal energy is 1, its exponent p as well, and a power of 1 has a number
+// for everything.
+TEST(ciecam97s, negativeBlueUnderAWhiteOfEqualEnergy_keepsItsSign) {
+    const Triple white = {100.0, 100.0, 100.0};
+    const Model model(white.data(), 0);
+    ASSERT_EQ(apply(&Model::MultiplyByMb, model, white)[2], 1.0);
+    const Triple adapted = apply(&Model::MultiplyByDp, model, {1.0, 1.0, -0.5});
+    EXPECT_NEAR(adapted[2], -0.5, 1e-15);
+}
+
+TEST(ciecam97s, fromXyz_ofNegativeBlueUnderAWhiteOfEqualEnergyIsANumber) {
+    const Triple white = {100.0, 100.0, 100.0}, yellow = {60.0, 60.0, 1.0};
+    const Model model(white.data(), 0);
+    ASSERT_LT(apply(&Model::MultiplyByMb, model, yellow)[2], 0.0);
+    expectNear(jchOf(model, yellow), {78.27365899420734, 90.55889671695205, 95.02555798347045}, 1e-10);
+    expectAllNan(jchOf(Model(kD65.data(), 0), yellow));
+}
+
 TEST(ciecam97s, multiplyByMhMbInv_goesThroughTheFourDigitInverse) {
     const Model model(kD65.data(), 0);
     expectNear(apply(&Model::MultiplyByMhMbInv, model, {1.0, 0.0, 0.0}, 1.0),
@@ -436,7 +454,9 @@ TEST(ciecam97s, eccentricity_ofNoHueIsNotANumber) {
 // Inverse compression.
 
 TEST(ciecam97s, calculatePrime_ofOneIsNoResponse) {
-    EXPECT_EQ(Model(kD65.data(), 0).CalculatePrime(1.0), 0.0);
+    const double noResponse = Model(kD65.data(), 0).CalculatePrime(1.0);
+    EXPECT_EQ(noResponse, 0.0);
+    EXPECT_FALSE(std::signbit(noResponse)) << "1 counts to the responses from 1 on";
 }
 
 TEST(ciecam97s, calculatePrime_isPositiveAboveOneAndNegativeBelow) {
