@@ -248,5 +248,36 @@ TEST(batch, secondArray_holdsTheStandards) {
     EXPECT_NEAR(square, 100.0 / (2.35 * 2.35), 1e-12);
 }
 
+// Numbers by hand, so that a batch is held even where it is no loop over its single form: half the lightness
+// is (66 / 116)^3 of the white, 3 and 4 are the sides of a 5, and hues are in radians.
+TEST(batch, labOfMany_isWhatItIsByHand) {
+    const double white[3] = {95.0, 100.0, 108.0};
+    const TLabSpace space(white);
+    const double y = 66.0 / 116.0 * (66.0 / 116.0) * (66.0 / 116.0);
+    const std::vector<double> lab = {100.0, 0.0, 0.0, 50.0, 0.0, 0.0, 50.0, 3.0, 4.0, 50.0, 0.0, -2.0};
+    std::vector<double> xyz(6);
+    EXPECT_EQ(space.LabToXYZBatch(lab.data(), xyz.data(), 2), 0);
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_NEAR(xyz[i], white[i], 1e-12);
+        EXPECT_NEAR(xyz[3 + i], white[i] * y, 1e-12);
+    }
+
+    std::vector<double> lhc(6);
+    EXPECT_EQ(TLabSpace::LabToLHCBatch(lab.data() + 6, lhc.data(), 2), 0);
+    const double expected[6] = {50.0, 0.9272952180016122, 5.0, 50.0, -1.5707963267948966, 2.0};
+    for (std::size_t i = 0; i < 6; ++i)
+        EXPECT_NEAR(lhc[i], expected[i], 1e-10) << i;
+
+    std::vector<double> squares(2);
+    EXPECT_EQ(TLabSpace::CalcSquareDeltaEConvertedBatch(lab.data(), lab.data() + 6, 0, squares.data(), 2), 0);
+    EXPECT_NEAR(squares[0], 2525.0, 1e-9);
+    EXPECT_NEAR(squares[1], 4.0, 1e-12);
+    const double grey[6] = {95.0 * y, 100.0 * y, 108.0 * y, 95.0, 100.0, 108.0};
+    const double whiteTwice[6] = {95.0, 100.0, 108.0, 95.0, 100.0, 108.0};
+    EXPECT_EQ(space.CalcSquareDeltaEBatch(grey, whiteTwice, 0, squares.data(), 2), 0);
+    EXPECT_NEAR(squares[0], 2500.0, 1e-9);
+    EXPECT_NEAR(squares[1], 0.0, 1e-12);
+}
+
 } // namespace
 } // namespace qxcms::tests
