@@ -17,16 +17,15 @@
 //    rounding far below what matters, and (t - y^3) z^2 / 3 is what is missing of the cube root within
 //    2^-13 units of y's last place.
 // 4. The exponents e are not 1/3: t^e = t^(1/3) (1 + (e - 1/3) ln t + ...). What is left out is below 2^-40
-// of
-//    the result in single precision (|ln t| < 89, e - 1/3 = 9.9e-9) and 2^-77 in double (710, -3.3e-15).
+//    of the result in single precision (|ln t| < 89, e - 1/3 = 9.9e-9) and 2^-77 in double (710, -3.3e-15).
 //    ln t comes from the bits of t and a polynomial in its mantissa.
 // 5. s = y + c is rounded once, and d = c - (s - y) is what was rounded away, exactly. Where d, made larger
 //    by kDoubt, would round s elsewhere, the value is too near to the middle of two numbers, and `pow`
 //    decides. So do NaN and infinity, of which d is not a number.
 //
 // Single precision: the errors of 3 and 4 sum up to less than 2^-12 units in the last place; kDoubt keeps
-// twice that from the middle, where `pow`, right within 2^-28 such units, rounds to the same float. That is
-// proved for every float by walking through all of them (tests/exhaustive).
+// twice that, 2^-11, from the middle, where `pow`, right within 2^-28 such units, rounds to the same float.
+// That is proved for every float by walking through all of them (tests/exhaustive).
 //
 // Double precision: they are below 0.003 units; kDoubt keeps 0.032 from the middle, where every `pow` that
 // errs by less than 0.529 units gives the same double. Of the GNU C library, which states 0.52 to 0.54 for
@@ -67,7 +66,7 @@ struct Single {
     using Part = HalfFloats;
 
     static constexpr float kMore = 9.9341e-9F * 0.69314718F; // (e - 1/3) ln 2
-    static constexpr float kDoubt = 1.002F;
+    static constexpr float kDoubt = 1.001F;
     static constexpr float kUnit = 1.0F / 8388608.0F; // of bitsAsNumber, in octaves
     static constexpr float kBias = 127.0F;
 
@@ -213,7 +212,8 @@ void rootsOfQuotients(const double* xyz, const double* white, std::size_t triple
 }
 
 /// 116 fy - 16, 500 (fx - fy), 200 (fy - fz): each a scale times the root before less the root at its place,
-/// or, for L*, times the root behind; and an offset, which is -0.0 where there is none.
+/// or, for L*, times the root behind; and an offset. No root is -0.0, nor then a difference of two, so that
+/// an offset of 0 changes nothing.
 template <class Form>
 void labOf(const typename Form::Number* roots, std::size_t triples, double* lab) {
     using Part = typename Form::Part;
@@ -227,7 +227,7 @@ void labOf(const typename Form::Number* roots, std::size_t triples, double* lab)
             const auto isL = __builtin_convertvector(scale, Part) == 116;
             const Part minuend = isL ? load<Part>(roots + at + 1) : load<Part>(roots + at - 1);
             const Part subtrahend = isL ? Part{} : load<Part>(roots + at);
-            const Doubles offset = scale == 116.0 ? all<Doubles>(-16.0) : all<Doubles>(-0.0);
+            const Doubles offset = scale == 116.0 ? all<Doubles>(-16.0) : Doubles{};
             store(__builtin_convertvector(minuend - subtrahend, Doubles) * scale + offset, lab + at);
         }
 }
