@@ -35,7 +35,7 @@ std::vector<double> colors() {
 /// @param set of InstructionSet.
 const LabKernel* kernelOf(benchmark::State& state) {
     const auto set = static_cast<InstructionSet>(state.range(0));
-    if (set > instructionSetFor(nullptr))
+    if (set > offeredInstructionSet())
         state.SkipWithError("not on this processor");
     const char* const names[] = {"the plain loop", "AVX2", "AVX-512"};
     state.SetLabel(names[state.range(0)]);

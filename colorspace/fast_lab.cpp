@@ -95,11 +95,6 @@ void convert(const LabSteps<Number>& steps, Number (*power)(Number), const doubl
     std::copy_n(last, 3 * rest, lab + 3 * whole);
 }
 
-const LabKernel* usedKernel() noexcept {
-    static const LabKernel* const kernel = labKernel(instructionSet());
-    return kernel;
-}
-
 } // namespace
 
 const LabKernel* labKernel(InstructionSet set) noexcept {
@@ -108,6 +103,11 @@ const LabKernel* labKernel(InstructionSet set) noexcept {
     if (set >= InstructionSet::kAvx2 && kAvx2LabKernel.single.roots != nullptr)
         return &kAvx2LabKernel;
     return nullptr;
+}
+
+const LabKernel* usedLabKernel() noexcept {
+    static const LabKernel* const kernel = labKernel(instructionSet());
+    return kernel;
 }
 
 void fastXyzToLab(const LabKernel* kernel, const double* white, const double* xyz, double* lab,
@@ -133,13 +133,13 @@ void xyzToLabOfAll(const LabKernel* kernel, const double* white, const double* x
 
 int TLabSpace::FastXYZToLab(const double* xyz, double* lab, int count) const {
     if (xyz != nullptr && lab != nullptr && count > 0)
-        qxcms::detail::fastXyzToLab(qxcms::detail::usedKernel(), white, xyz, lab,
+        qxcms::detail::fastXyzToLab(qxcms::detail::usedLabKernel(), white, xyz, lab,
                                     static_cast<std::size_t>(count));
     return 0;
 }
 
 int TLabSpace::XYZToLabBatch(const double* xyz, double* lab, std::size_t count) const {
     if (xyz != nullptr && lab != nullptr)
-        qxcms::detail::xyzToLabOfAll(qxcms::detail::usedKernel(), white, xyz, lab, count);
+        qxcms::detail::xyzToLabOfAll(qxcms::detail::usedLabKernel(), white, xyz, lab, count);
     return 0;
 }

@@ -39,6 +39,9 @@ extern const LabKernel kAvx512LabKernel;
 /// The kernel for an instruction set; null where the plain loop is all there is.
 const LabKernel* labKernel(InstructionSet set) noexcept;
 
+/// The kernel that TLabSpace uses in this process: that for instructionSet().
+const LabKernel* usedLabKernel() noexcept;
+
 /// The rule of TLabSpace::FastXYZToLab, by a kernel or, without one, colour by colour.
 void fastXyzToLab(const LabKernel* kernel, const double* white, const double* xyz, double* lab,
                   std::size_t count) noexcept;

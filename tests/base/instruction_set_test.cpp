@@ -2,7 +2,10 @@
 #include "base/instruction_set.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <string>
 
@@ -13,19 +16,51 @@ namespace {
 
 using namespace qxcms::detail;
 
-TEST(instructionSet, common_canBeAskedFor) {
-    EXPECT_EQ(instructionSetFor("common"), InstructionSet::kCommon);
+constexpr InstructionSet kSets[] = {InstructionSet::kCommon, InstructionSet::kAvx2, InstructionSet::kAvx512};
+constexpr const char* kNames[] = {"common", "avx2", "avx512"};
+
+// The smaller of each pair: what is offered down the side, what is asked for across.
+TEST(instructionSet, theSmallerOfWhatIsOfferedAndAskedFor_isUsed) {
+    const InstructionSet used[3][3] = {
+        {InstructionSet::kCommon, InstructionSet::kCommon, InstructionSet::kCommon},
+        {InstructionSet::kCommon, InstructionSet::kAvx2, InstructionSet::kAvx2},
+        {InstructionSet::kCommon, InstructionSet::kAvx2, InstructionSet::kAvx512}};
+    for (std::size_t offered = 0; offered < 3; ++offered)
+        for (std::size_t asked = 0; asked < 3; ++asked)
+            EXPECT_EQ(instructionSetOf(kSets[offered], kNames[asked]), used[offered][asked])
+                << offered << " " << kNames[asked];
 }
 
-TEST(instructionSet, eachName_asksForNoMore) {
-    const InstructionSet most = instructionSetFor(nullptr);
-    EXPECT_EQ(instructionSetFor("avx2"), std::min(most, InstructionSet::kAvx2));
-    EXPECT_EQ(instructionSetFor("avx512"), most);
+TEST(instructionSet, anyOtherValue_isAsIfNotSet) {
+    for (const InstructionSet offered : kSets)
+        for (const char* asked : {static_cast<const char*>(nullptr), "", "COMMON", "AVX2", "sse", "common ",
+                                  " avx2", "avx", "avx2,avx512", "0"})
+            EXPECT_EQ(instructionSetOf(offered, asked), offered) << (asked == nullptr ? "not set" : asked);
 }
 
-TEST(instructionSet, otherWords_askForNothing) {
-    EXPECT_EQ(instructionSetFor("COMMON"), instructionSetFor(nullptr));
-    EXPECT_EQ(instructionSetFor(""), instructionSetFor(nullptr));
+// All 128 processors.
+TEST(instructionSet, aSetOfWhichOneFeatureIsMissing_isNotOffered) {
+    for (unsigned bits = 0; bits < 128; ++bits) {
+        const auto has = [&](unsigned feature) { return (bits >> feature & 1U) != 0; };
+        const ProcessorFeatures features = {has(0), has(1), has(2), has(3), has(4), has(5), has(6)};
+        InstructionSet expected = InstructionSet::kCommon;
+        if ((bits & 0xFU) == 0xFU)
+            expected = bits == 0x7FU ? InstructionSet::kAvx512 : InstructionSet::kAvx2;
+        EXPECT_EQ(instructionSetOf(features), expected) << bits;
+    }
+}
+
+// Run by ctest once more for each value of the variable; EXPECTED_INSTRUCTION_SET then repeats the value, so
+// that a variable by another name is noticed here or there.
+TEST(instructionSet, whatTheEnvironmentAsksFor_isUsed) {
+    const InstructionSet offered = offeredInstructionSet();
+    EXPECT_EQ(instructionSet(), instructionSetOf(offered, std::getenv("QXCMS_INSTRUCTION_SET")));
+    const char* const expected = std::getenv("EXPECTED_INSTRUCTION_SET");
+    if (expected == nullptr)
+        return;
+    const auto* const name = std::find(std::begin(kNames), std::end(kNames), std::string(expected));
+    ASSERT_NE(name, std::end(kNames)) << expected;
+    EXPECT_EQ(instructionSet(), std::min(offered, kSets[name - std::begin(kNames)]));
 }
 
 // The system's own list of what the processor can.
@@ -43,7 +78,7 @@ TEST(instructionSet, whatTheSystemNames_isTaken) {
     const InstructionSet expected = avx512 ? InstructionSet::kAvx512
                                     : avx2 ? InstructionSet::kAvx2
                                            : InstructionSet::kCommon;
-    EXPECT_EQ(instructionSetFor(nullptr), expected);
+    EXPECT_EQ(offeredInstructionSet(), expected);
 }
 
 } // namespace

@@ -131,7 +131,7 @@ TEST(rowScan, blocks_giveWhatCharactersGive) {
 }
 
 TEST(rowScan, blocksByAvx2_giveWhatCharactersGive) {
-    if (kAvx2RowReaders.blocks == nullptr || instructionSetFor(nullptr) < InstructionSet::kAvx2)
+    if (kAvx2RowReaders.blocks == nullptr || offeredInstructionSet() < InstructionSet::kAvx2)
         GTEST_SKIP() << "the processor has no AVX2";
     expectWhatCharactersGive(kAvx2RowReaders.blocks);
 }
@@ -178,7 +178,7 @@ TEST(rowScan, rowsInOneGo_giveWhatCharactersGive) {
 }
 
 TEST(rowScan, rowsInOneGoByAvx2_giveWhatCharactersGive) {
-    if (kAvx2RowReaders.rows == nullptr || instructionSetFor(nullptr) < InstructionSet::kAvx2)
+    if (kAvx2RowReaders.rows == nullptr || offeredInstructionSet() < InstructionSet::kAvx2)
         GTEST_SKIP() << "the processor has no AVX2";
     expectWhatRowsGive(kAvx2RowReaders.rows);
 }
