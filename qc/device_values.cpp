@@ -223,6 +223,7 @@ std::string leftOut(const Chart& chart, const Channels& unused, const Chart& oth
 // The rows that hold something in columns of one chart alone.
 std::vector<bool> rowsWith(const Chart& chart, const Columns& columns) {
     std::vector<bool> rows;
+    rows.reserve(static_cast<std::size_t>(chart.rows()));
     for (int row = 0; row < chart.rows(); ++row)
         rows.push_back(std::any_of(columns.begin(), columns.end(),
                                    [&](std::int32_t column) { return numberAt(chart, row, column) != 0; }));

@@ -64,10 +64,8 @@ std::vector<double> valuesOf(const Inspected& inspected, int row) {
     }
     const std::int32_t* const columns =
         inspected.source == ColorSource::xyz ? header.GetXyzColumns() : header.GetLabColumns();
-    std::vector<double> values;
-    for (int i = 0; i < 3; ++i)
-        values.push_back(inspected.chart.data().GetValues(columns[i])->GetDouble(row));
-    return values;
+    const auto value = [&](int column) { return inspected.chart.data().GetValues(column)->GetDouble(row); };
+    return {value(columns[0]), value(columns[1]), value(columns[2])};
 }
 
 bool isNothing(const Inspected& inspected, int row) {

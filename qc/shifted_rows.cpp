@@ -70,7 +70,7 @@ public:
     }
 
     std::optional<ShiftedRows> find() {
-        const auto far = std::count_if(own.begin(), own.end(), isFar);
+        const int far = static_cast<int>(std::count_if(own.begin(), own.end(), isFar));
         if (far < kFewestMended)
             return std::nullopt;
         for (int places = 1; places <= kLongestStrip; ++places) {
