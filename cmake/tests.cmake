@@ -7,6 +7,12 @@ add_library(qxcms_test_flags INTERFACE)
 target_link_libraries(qxcms_test_flags INTERFACE qxcms_flags)
 target_compile_options(qxcms_test_flags INTERFACE $<$<NOT:$<CONFIG:Debug>>:-O1>)
 
+# Half the time of compiling a test goes into these. For programs of many files.
+function(qxcms_precompile_test_headers target)
+    target_precompile_headers(${target} PRIVATE
+        <algorithm> <cmath> <string> <vector> <gmock/gmock.h> <gtest/gtest.h>)
+endfunction()
+
 # The suites of the library; every test reaches inside through the object libraries.
 file(GLOB qxcmsTestSources CONFIGURE_DEPENDS
     ${PROJECT_SOURCE_DIR}/tests/base/*.cpp
@@ -23,6 +29,7 @@ add_executable(qxcms_tests ${qxcmsTestSources})
 target_link_libraries(qxcms_tests PRIVATE
     qxcms_objects qxcms_base qxcms_test_flags GTest::gmock GTest::gtest ${CMAKE_DL_LIBS})
 target_compile_definitions(qxcms_tests PRIVATE QXCMS_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+qxcms_precompile_test_headers(qxcms_tests)
 add_dependencies(qxcms_tests qxcms_data)
 gtest_discover_tests(qxcms_tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
 
