@@ -244,7 +244,8 @@ void appearance() {
         digest(name, [newSpace](Numbers& numbers, Digest& all) {
             const std::vector<double> white = numbers.values(3, 50.0, 120.0);
             auto space = newSpace(white.data(), numbers.below(3));
-            space->InitializeScene(white.data(), numbers.between(1.0, 1000.0), numbers.between(5.0, 60.0));
+            const double luminance = numbers.between(1.0, 1000.0), background = numbers.between(5.0, 60.0);
+            space->InitializeScene(white.data(), luminance, background);
             const std::vector<double> xyz = numbers.values(3, 0.0, 125.0);
             const double jch[3] = {numbers.between(0.0, 110.0), numbers.between(0.0, 120.0),
                                    numbers.between(0.0, 360.0)};
