@@ -76,7 +76,7 @@ setup-bench: setup
 # What a change must pass besides the suite: every warning of two compilers, equal results of their builds, the checks
 # of clang-tidy, the formatting.
 check: check-format check-tidy
-	tools/checks/check_compilers.sh clang++-O0
+	tools/checks/check_compilers.sh
 
 # The suite and the digests of g++ and clang++, -O0 and -O3.
 check-compilers: setup-checks

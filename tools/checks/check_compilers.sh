@@ -1,7 +1,7 @@
 #!/bin/sh
 # Builds by g++ and clang++, each without optimisation and fully optimised. The digests over the results of every
 # numeric operation must be equal; the builds that are named (g++-O0, g++-O3, clang++-O0, clang++-O3, all) must pass
-# the whole suite besides.
+# the whole suite besides. All that is shipped is built by clang++ in any case.
 #
 #     tools/checks/check_compilers.sh [build ...]
 set -eu
@@ -34,7 +34,11 @@ for compiler in g++ clang++; do
             }
             tail -n 5 "$folder.tests.log"
             ;;
-        *) cmake --build "$folder" --parallel "$jobs" --target qxcms_digest >>"$folder.log" ;;
+        *)
+            targets=qxcms_digest
+            [ $compiler-$level = clang++-O0 ] && targets="qxcms_digest qxcms_qc qxcms_command"
+            cmake --build "$folder" --parallel "$jobs" --target $targets >>"$folder.log"
+            ;;
         esac
         "$folder/bin/qxcms_digest" >"$digests/$compiler-$level"
     done
