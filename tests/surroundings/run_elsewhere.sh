@@ -30,5 +30,5 @@ if [ "$(id -u)" -eq 0 ]; then
 fi
 
 cd "$place"
-$ordinary env -i PATH=/usr/bin:/bin TZ=XXX-14 TMPDIR="$root/scratch" ${QXCMS_CORPUS:+"QXCMS_CORPUS=$QXCMS_CORPUS"} \
+$ordinary env -i PATH=/usr/bin:/bin TZ=FAR-14 TMPDIR="$root/scratch" ${QXCMS_CORPUS:+"QXCMS_CORPUS=$QXCMS_CORPUS"} \
     "$place/bin/$program" "$@"
