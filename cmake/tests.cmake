@@ -2,10 +2,12 @@ enable_testing()
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
-# Tests are many and their macros large: what is under test is optimised, they themselves hardly.
+# Tests are many and their macros large: what is under test is optimised, they themselves hardly, and not at all where
+# every access is checked, too.
 add_library(qxcms_test_flags INTERFACE)
 target_link_libraries(qxcms_test_flags INTERFACE qxcms_flags)
-target_compile_options(qxcms_test_flags INTERFACE $<$<NOT:$<CONFIG:Debug>>:-O1>)
+target_compile_options(qxcms_test_flags INTERFACE
+    $<$<NOT:$<CONFIG:Debug>>:$<IF:$<BOOL:${QXCMS_SANITIZE}>,-O0,-O1>>)
 
 # Half the time of compiling a test goes into these. For programs of many files.
 function(qxcms_precompile_test_headers target)
@@ -16,6 +18,27 @@ function(qxcms_precompile_test_headers target)
     target_compile_options(${target} PRIVATE
         $<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds>
         $<$<CXX_COMPILER_ID:GNU>:-Wno-stringop-overflow>)
+endfunction()
+
+# Every test of a program by its name; of a slow build the program as a whole, in parts that run beside each other.
+function(qxcms_register_tests target)
+    cmake_parse_arguments(PARSE_ARGV 1 given "" "PREFIX;TIMEOUT" "")
+    set(timeout 120)
+    if(given_TIMEOUT)
+        set(timeout ${given_TIMEOUT})
+    endif()
+    if(NOT QXCMS_SANITIZE)
+        gtest_discover_tests(${target}
+            TEST_PREFIX "${given_PREFIX}" DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${timeout})
+        return()
+    endif()
+    set(parts 4)
+    math(EXPR last "${parts} - 1")
+    foreach(part RANGE ${last})
+        add_test(NAME ${target}.part${part} COMMAND ${target})
+        set_tests_properties(${target}.part${part} PROPERTIES TIMEOUT 1200
+            ENVIRONMENT "GTEST_TOTAL_SHARDS=${parts};GTEST_SHARD_INDEX=${part}")
+    endforeach()
 endfunction()
 
 # The suites of the library; every test reaches inside through the object libraries.
@@ -36,7 +59,7 @@ target_link_libraries(qxcms_tests PRIVATE
 target_compile_definitions(qxcms_tests PRIVATE QXCMS_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
 qxcms_precompile_test_headers(qxcms_tests)
 add_dependencies(qxcms_tests qxcms_data)
-gtest_discover_tests(qxcms_tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+qxcms_register_tests(qxcms_tests)
 
 # The conversions of many colours with less than the processor can. EXPECTED_INSTRUCTION_SET lets the tests know what
 # must have come of the variable that the library reads.
