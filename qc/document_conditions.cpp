@@ -360,6 +360,7 @@ public:
 
     DocumentConditions result() {
         settleLight();
+        settleLightOfFilter();
         settleGeometryFilter();
         // A polarizer, or its absence, is told in a line of its own beside the filter.
         settle(polarizer);
@@ -547,12 +548,16 @@ private:
 
     // The light of the measurement. Where it is daylight and no line tells what the colours are computed for,
     // they are for that light as well; lamps in instruments are not.
+    void putLight(const std::optional<std::string>& lamp) {
+        const bool isDaylight = lamp && lamp->front() == 'D';
+        put(light, lamp, isDaylight ? Standing::declared : Standing::freeText);
+    }
+
     void readSource(const std::vector<Word>& words) {
         const Weighting weighting = weightingOf(words);
         const NamedConditions named = conditionsInText(words);
         readAside(words, Standing::declared);
-        const bool isDaylight = weighting.illuminant && weighting.illuminant->front() == 'D';
-        put(light, weighting.illuminant, isDaylight ? Standing::declared : Standing::freeText);
+        putLight(weighting.illuminant);
         if (weighting.illuminant || weighting.namesObserver || named.observer)
             put(found.observer, weighting.observer, Standing::declared);
         put(found.filter, named.filter, Standing::freeText);
@@ -573,11 +578,18 @@ private:
             found.illuminant = light;
     }
 
+    // Some write the light of M1 where the filter belongs.
+    void settleLightOfFilter() {
+        if (found.measurementCondition.isDeclared() && found.measurementCondition.value == "M1" &&
+            !found.filter.understood && illuminantOf(wordsOf(found.filter.value)) == "D50")
+            found.filter = {};
+    }
+
     // The other conditions.
 
     void readMeasurementCondition(const std::vector<Word>& words, const std::string& value) {
         constexpr std::size_t kWordsOfAName = 2;
-        const NamedConditions named = conditionsInText(words);
+        NamedConditions named = conditionsInText(words);
         const std::string letters = squeezed(value);
         const bool isSpaced =
             letters.size() == 2 && letters[0] == 'm' && letters[1] >= '0' && letters[1] <= '3';
@@ -587,6 +599,15 @@ private:
         else if (named.measurementCondition || namesNothing(words) ||
                  (named.empty() && !filter && words.size() <= kWordsOfAName))
             putSpelled(found.measurementCondition, words, named.measurementCondition, value);
+        // "M0 (tungsten, illuminant A)": ISO 13655 defines the conditions by their lamps. "M0, A/2" may tell
+        // what the colours are for.
+        if (named.measurementCondition) {
+            if (named.observer)
+                put(namedLight, named.illuminant, Standing::declared);
+            else
+                putLight(named.illuminant);
+            named.illuminant.reset();
+        }
         putAll(named, Standing::declared);
         put(found.filter, filter, Standing::declared);
     }

@@ -343,6 +343,30 @@ TEST(documentConditions, measurementConditionsLine_declaresAllThatItNames) {
     EXPECT_EQ(told(conditions.filter), "none");
 }
 
+TEST(documentConditions, illuminantOfAMeasurementCondition_isItsLamp) {
+    const std::string lamp = "MEASUREMENT_CONDITION \"M0 (tungsten, illuminant A)\"";
+    for (const std::string& lines :
+         {"ILLUMINATION_NAME \"D50\"\n" + lamp, lamp + "\nILLUMINATION_NAME \"D50\""}) {
+        const DocumentConditions conditions = conditionsOf(lines);
+        EXPECT_EQ(told(conditions.illuminant), "D50") << lines;
+        EXPECT_EQ(conditions.illuminant.contradicted, "") << lines;
+        EXPECT_EQ(told(conditions.measurementCondition), "M0") << lines;
+    }
+    EXPECT_EQ(told(conditionsOf(lamp).illuminant), "A (text)");
+    EXPECT_EQ(told(conditionsOf("MEASUREMENT_CONDITION \"M1 (D50)\"").illuminant), "D50");
+}
+
+TEST(documentConditions, weightingBesideAMeasurementCondition_isToldBesideAnotherOne_andNotTaken) {
+    const std::string weighting = "MEASUREMENT_CONDITION \"M0, A/2\"";
+    for (const std::string& lines :
+         {"ILLUMINATION_NAME \"D50\"\n" + weighting, weighting + "\nILLUMINATION_NAME \"D50\""}) {
+        const Condition illuminant = conditionsOf(lines).illuminant;
+        EXPECT_EQ(told(illuminant), "D50") << lines;
+        EXPECT_EQ(illuminant.contradicted, weighting) << lines;
+    }
+    EXPECT_EQ(told(conditionsOf(weighting).illuminant), "A");
+}
+
 TEST(documentConditions, yearOfTheStandard_isNoMeasurementCondition) {
     expectEach(&DocumentConditions::measurementCondition,
                {{"MEASUREMENT_CONDITION \"M0 according to ISO 13655:2009\"", "M0"},
@@ -471,6 +495,20 @@ TEST(documentConditions, filter_isNamedInAllItsSpellings) {
                                              {"FILTER \"Unknown\"", ""},
                                              {"FILTER \"Status T\"", ""},
                                              {"UV_FILTER \"Yes\"", "UV cut"}});
+}
+
+TEST(documentConditions, lightOfM1InTheFilterLine_isNoFilter) {
+    for (const char* lines :
+         {"MEASUREMENT_CONDITION \"M1\"\nFILTER \"D50\"", "FILTER \"D50\"\nMEASUREMENT_CONDITION \"M1\"",
+          "MEASUREMENT_SOURCE \"MeasurementCondition=M1 Filter=D50\""}) {
+        const Condition filter = conditionsOf(lines).filter;
+        EXPECT_EQ(told(filter), "") << lines;
+        EXPECT_TRUE(filter.understood) << lines;
+    }
+    expectEach(&DocumentConditions::filter, {{"FILTER \"D50\"", "D50"},
+                                             {"MEASUREMENT_CONDITION \"M0\"\nFILTER \"D50\"", "D50"},
+                                             {"MEASUREMENT_CONDITION \"M1\"\nFILTER \"A\"", "A"},
+                                             {"MEASUREMENT_CONDITION \"M1\"\nFILTER \"D65\"", "D65"}});
 }
 
 TEST(documentConditions, polarization_isAFilter) {
