@@ -18,6 +18,9 @@ constexpr double kLargestFraction = 2.0;
 constexpr double kLineRatio = 1.6;
 constexpr double kSteepRatio = 1.4; // to the bands next to it, kNextNm away at most
 constexpr int kNextNm = 12;
+// Lines stand out from most of their spectrum, too; what is left between narrow gaps, as rare earths absorb
+// them, does not.
+constexpr double kMedianRatio = 1.25;
 // What stands out as much is a band of light, however it falls off.
 constexpr double kBandRatio = 2.0;
 constexpr int kLineNearestNm = 15;
@@ -27,6 +30,12 @@ constexpr double kSmallestLine = 0.02;
 constexpr double kSmallestLineShare = 0.25;
 // Rows that reach this part of the largest value of the chart tell what kind of measurement it is.
 constexpr double kLightRowShare = 0.1;
+
+double medianOf(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
 
 std::size_t indexOf(int row) {
     return static_cast<std::size_t>(row);
@@ -107,7 +116,8 @@ void ChartSpectra::inspect(int row, const std::vector<double>& values) {
         below.add(row, -*smallest, *smallest);
     if (*most > kLargestFraction)
         above.add(row, *most, *most);
-    const double enough = std::max(kSmallestLine, kSmallestLineShare * *most);
+    const double enough =
+        std::max({kSmallestLine, kSmallestLineShare * *most, kMedianRatio * medianOf(values)});
     largestOfRow.push_back(*most);
     hasLine.push_back(std::any_of(neighbours.begin(), neighbours.end(), [&](const Neighbours& n) {
         const double value = values[n.band];

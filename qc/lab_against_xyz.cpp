@@ -17,8 +17,8 @@ namespace qxcms::qc {
 namespace {
 
 constexpr double kLabTolerance = 0.5;
-// What rounding to whole numbers makes of Lab at most.
-constexpr double kWholeLabError = 0.87;
+// What rounding makes of Lab at most, in units of its last decimal.
+constexpr double kLabRounding = 0.87;
 // What rounding makes of XYZ in percent of the white, in units of their last decimal: a half, more for the Z
 // of whites of low colour temperature.
 constexpr double kXyzRounding = 0.7;
@@ -53,20 +53,31 @@ struct Limits {
 };
 
 Limits limitsOf(const Chart& chart) {
-    const bool isWhole = decimalsOf(chart, chart.header().GetLabColumns()) == 0;
-    const double unit =
-        std::pow(10.0, -decimalsOf(chart, chart.header().GetXyzColumns())) * scaleOfXyz(chart);
-    return {kLabTolerance + (isWhole ? kWholeLabError : 0.0), kXyzRounding * unit};
+    const auto unitOf = [&](const std::int32_t* columns) {
+        return std::pow(10.0, -decimalsOf(chart, columns));
+    };
+    return {kLabTolerance + kLabRounding * unitOf(chart.header().GetLabColumns()),
+            kXyzRounding * unitOf(chart.header().GetXyzColumns()) * scaleOfXyz(chart)};
 }
 
-// By more than both limits.
-bool differ(const Lab& left, const Lab& right, const Limits& limits) {
-    if (distance(left, right) <= limits.lab)
-        return false;
-    const std::array<double, 3> first = relativeXyzOf(left);
-    const std::array<double, 3> second = relativeXyzOf(right);
-    return !std::equal(first.begin(), first.end(), second.begin(),
-                       [&](double a, double b) { return std::abs(a - b) <= limits.xyz; });
+// How far Lab moves at most when X, Y and Z move by so much of the white.
+double labErrorOf(const Lab& lab, double xyzError) {
+    constexpr unsigned kDirections = 8;
+    const std::array<double, 3> percent = relativeXyzOf(lab);
+    double largest = 0.0;
+    for (unsigned direction = 0; direction < kDirections; ++direction) {
+        std::array<double, 3> moved = percent;
+        for (std::size_t i = 0; i < moved.size(); ++i)
+            moved[i] += (direction >> i & 1U) != 0 ? xyzError : -xyzError;
+        largest = std::max(largest, distance(labOfRelativeXyz(moved), lab));
+    }
+    return largest;
+}
+
+// By more than both limits together.
+bool differ(const Lab& stated, const Lab& computed, const Limits& limits) {
+    const double apart = distance(stated, computed);
+    return apart > limits.lab && apart > limits.lab + labErrorOf(computed, limits.xyz);
 }
 
 std::vector<Lab> labColumnsOf(const Chart& chart) {
@@ -100,10 +111,11 @@ std::optional<Finding> compareLab(const Chart& chart, const std::vector<Lab>& st
                        apart.told(chart, "Delta E ") +
                            " between Lab and XYZ, which agree when a* and b* are exchanged; check the "
                            "columns LAB_A and LAB_B");
-    return warning(Finding::Kind::labAgainstXyz,
-                   apart.told(chart, "Delta E ") +
-                       " between the Lab and the XYZ of one row, where 0.5 is the limit; find out which of "
-                       "the two is right (another white, other conditions or an edited value)");
+    return warning(
+        Finding::Kind::labAgainstXyz,
+        apart.told(chart, "Delta E ") +
+            " between the Lab and the XYZ of one row, beyond 0.5 and what rounding makes; find out which of "
+            "the two is right (another white, other conditions or an edited value)");
 }
 
 } // namespace

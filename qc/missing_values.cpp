@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -47,11 +48,12 @@ const char* nameOfOne(ColorSource source) {
     return "XYZ";
 }
 
-// Black, or as much of the other inks.
+// Black, or as much of several inks as of cyan, magenta and yellow together.
 bool isFullInk(const Inks& inks, int row) {
     const std::vector<double> parts = inks.of(row);
-    const auto isFull = [&](std::size_t i) { return i < parts.size() && parts[i] >= kNearlyFullInk; };
-    return isFull(3) || (isFull(0) && isFull(1) && isFull(2)) || inks.useSpots(row);
+    const bool isBlack = parts.size() > 3 && parts[3] >= kNearlyFullInk;
+    const double total = std::accumulate(parts.begin(), parts.end(), 0.0);
+    return isBlack || total >= 3.0 * kNearlyFullInk || inks.useSpots(row);
 }
 
 // The compared values of a row as they stand.

@@ -17,7 +17,8 @@ namespace {
 
 using Kind = Finding::Kind;
 
-constexpr double kLightnessTolerance = 0.5;
+// Of two patches that are measured once and rounded to whole numbers.
+constexpr double kLightnessTolerance = 1.0;
 
 // Papers, also those with much brightener or slightly toned ones, lie within these on their own white.
 constexpr double kLightPaper = 80.0;

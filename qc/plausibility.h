@@ -16,8 +16,9 @@ namespace qxcms::qc {
 /// row and the number of rows that it holds for. All are warnings unless it says otherwise.
 ///
 /// - emission: measurements of light. Declared (`conditions.isEmission`), or shown: spectra beyond 200
-///   percent, or with narrow lines, in a good part of the rows; with RGB device values a Y above 120, or a
-///   white that is the sum of red, green and blue. Nothing is told of values too large then.
+///   percent, or with narrow lines (not what narrow gaps leave), in a good part of the rows; with RGB device
+///   values a Y above 120, or a white that is the sum of red, green and blue. Nothing is told of values too
+///   large then.
 /// - tooLight: L* above 105, of XYZ Y above 120 on a white of 100.
 /// - negativeReflectance, spectralScale: fractions below -0.005 and above 2; L* below -2; paper that reflects
 ///   nowhere as much as 2 percent.
@@ -30,10 +31,10 @@ namespace qxcms::qc {
 /// - exchangedAxes: a* and b*, where two and more of yellow, magenta, green and blue by the device values
 ///   (CMYK, n-colour or RGB) say so and none contradicts, or where Lab agrees with XYZ then.
 /// - paperNotLightest: the lightest patch without ink (process colours all 0, RGB at the top of their scale)
-///   is darker than another one by more than 0.5. Patches that use spot colours do not count.
+///   is darker than another one by more than 1. Patches that use spot colours do not count.
 /// - unmeasured: rows whose values are all the same and below 0 (markers such as -999); rows whose Lab is
-///   0 0 0 among others, unless their device values are those of full black or of full cyan, magenta and
-///   yellow; a note for one row of a chart without known device values.
+///   0 0 0 among others, unless their device values are those of full black or add up to what full cyan,
+///   magenta and yellow do; a note for one row of a chart without known device values.
 /// - labScale: Lab that cannot be meant: below 0 in X or Z in a tenth of the rows and more, of paper or other
 ///   light rows a* and b* above 60, no L* above 2.
 /// - otherWhite: light paper whose colour is that of the white of another illuminant, or that has X and Z

@@ -85,6 +85,17 @@ TEST(plausibility, lineOf161PercentOfItsSurroundings_isLight) {
                 ElementsAre(Finding::Kind::emission));
 }
 
+// As of wavelength tiles: what is left between two gaps is no lighter than all the rest.
+TEST(plausibility, narrowGapsOfRareEarths_areLetPass) {
+    const auto tile = [](double height) {
+        Values values = flat(height);
+        for (const int gap : {440, 480, 520, 580, 600})
+            values[bandAt(gap)] = 0.3 * height;
+        return values;
+    };
+    EXPECT_THAT(spectralChart({tile(0.85), tile(0.6)}).findInSpectra(), IsEmpty());
+}
+
 // Peak at 520 nm, half the height 26 nm away: as narrow as colours get that only absorb.
 TEST(plausibility, pureGreenReflectances_areLetPass) {
     const auto green = [](double height) {

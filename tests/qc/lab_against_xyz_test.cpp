@@ -68,6 +68,18 @@ TEST(plausibility, darkXyzOfOneDecimal_mayDifferByTheirRounding) {
         ElementsAre(Finding::Kind::labAgainstXyz));
 }
 
+// X 17.627, Y 26.474, Z 25.386 is Lab 58.49 -37 -7.2; of 18, 26 and 25 a* is -33.36.
+TEST(plausibility, labAndXyzInWholeNumbers_mayDifferByBothRoundings) {
+    const std::vector<Lab> fromXyz = {{58.04, -33.36, -6.67}, {93.9, 0, 0}};
+    EXPECT_THAT(
+        Inspected(labAndXyz(), {{58, -37, -7, 18, 26, 25}, {94, 0, 0, 82, 85, 70}}).findInLab(fromXyz),
+        IsEmpty());
+    const std::vector<Finding> findings =
+        Inspected(labAndXyz(), {{58, -45, -7, 18, 26, 25}, {94, 0, 0, 82, 85, 70}}).findInLab(fromXyz);
+    ASSERT_THAT(kindsOf(findings), ElementsAre(Finding::Kind::labAgainstXyz));
+    EXPECT_THAT(findings[0].text, HasSubstr("beyond 0.5 and what rounding makes"));
+}
+
 TEST(plausibility, labThatAgreesWithXyzOnceExchanged_isExchanged) {
     const Inspected chart(labAndXyz(),
                           {{50, 30, 20, 21.7744, 18.4187, 6.0665}, {70, 0, 9, 42.2224, 40.7494, 33.6142}});

@@ -57,6 +57,15 @@ TEST(plausibility, rowsOfZerosButFullInk_areTold) {
     EXPECT_THAT(findings[0].text, testing::StartsWith("chart.txt: row 6 and 1 more: Lab is 0 0 0"));
 }
 
+// The darkest overprints end at 0 where values below it are cut off.
+TEST(plausibility, rowsOfZerosOfMuchInk_areLetPass) {
+    std::vector<Values> rows = kPrint;
+    rows.push_back({100, 100, 55, 80, 0, 0, 0});
+    EXPECT_THAT(Inspected(kCmykLabFields, rows).findInLab(), IsEmpty());
+    rows.push_back({100, 100, 5, 60, 0, 0, 0});
+    EXPECT_THAT(kindsOf(Inspected(kCmykLabFields, rows).findInLab()), ElementsAre(Finding::Kind::unmeasured));
+}
+
 TEST(plausibility, spectraOfZerosAmongOthers_areTold) {
     const std::vector<Finding> findings =
         spectralChart({flat(0.5), flat(0), flat(0), flat(0.1)}).findInSpectra();

@@ -23,7 +23,7 @@ using testing::IsEmpty;
 TEST(plausibility, paperDarkerThanAPatch_isTold) {
     const Inspected chart(kCmykLabFields, {{0, 0, 0, 0, 80.1, 0, 0},
                                            {0, 0, 10, 0, 95.25, 0, 4},
-                                           {10, 0, 0, 0, 80.7, -2, 0},
+                                           {10, 0, 0, 0, 81.2, -2, 0},
                                            {0, 0, 0, 100, 16, 0, 0}});
     const std::vector<Finding> findings = chart.findInLab();
     ASSERT_THAT(kindsOf(findings), ElementsAre(Finding::Kind::paperNotLightest));
@@ -32,15 +32,15 @@ TEST(plausibility, paperDarkerThanAPatch_isTold) {
                           "L* 95.25 (2 rows are lighter)"));
 }
 
-TEST(plausibility, paperHalfAUnitDarkerThanATint_isLetPass) {
+TEST(plausibility, paperAUnitDarkerThanATint_isLetPass) {
     const Inspected chart(kCmykLabFields,
-                          {{0, 0, 0, 0, 95, 0, 0}, {0, 0, 1, 0, 95.5, 0, 1}, {0, 0, 0, 100, 16, 0, 0}});
+                          {{0, 0, 0, 0, 95, 0, 0}, {0, 0, 1, 0, 96, 0, 1}, {0, 0, 0, 100, 16, 0, 0}});
     EXPECT_THAT(chart.findInLab(), IsEmpty());
 }
 
-TEST(plausibility, paperSixTenthsDarkerThanATint_isTold) {
+TEST(plausibility, paperMoreThanAUnitDarkerThanATint_isTold) {
     const Inspected chart(kCmykLabFields,
-                          {{0, 0, 0, 0, 95, 0, 0}, {0, 0, 1, 0, 95.6, 0, 1}, {0, 0, 0, 100, 16, 0, 0}});
+                          {{0, 0, 0, 0, 95, 0, 0}, {0, 0, 1, 0, 96.1, 0, 1}, {0, 0, 0, 100, 16, 0, 0}});
     EXPECT_THAT(kindsOf(chart.findInLab()), ElementsAre(Finding::Kind::paperNotLightest));
 }
 
