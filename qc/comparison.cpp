@@ -11,6 +11,7 @@
 #include "qc/conditions.h"
 #include "qc/count_text.h"
 #include "qc/illuminants.h"
+#include "qc/inks.h"
 #include "qc/lab_rows.h"
 #include "qc/large_differences.h"
 #include "qc/observers.h"
@@ -20,6 +21,7 @@
 #include "qc/plausibility.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
+#include "qc/relative_xyz.h"
 #include "qc/shifted_rows.h"
 #include "qc/table_choice.h"
 
@@ -46,6 +48,8 @@ constexpr std::size_t kFewestColors = 8;
 constexpr std::size_t kFewestOfAHue = 2;
 // Light that was brought to a white of 100 stays below.
 constexpr double kLargestLightness = 105.0;
+// Of the luminances of the whites of two displays, as a natural logarithm.
+constexpr double kOtherLuminance = 0.1;
 
 Side describe(const Chart& chart, ColorSource source) {
     Side side{chart.name,
@@ -221,6 +225,39 @@ private:
                    "they stand, so they must be scaled alike"}});
     }
 
+    // Of displays whose white stands on both sides; otherReadings tells it where nothing else differs.
+    void tellOtherLuminances() {
+        const auto isReading = [](const Finding& finding) {
+            return finding.kind == Finding::Kind::otherReading;
+        };
+        const Patch* white = isAllLight() && result.pairing.by == "RGB" ? findWhite() : nullptr;
+        if (white == nullptr || std::any_of(result.findings.begin(), result.findings.end(), isReading))
+            return;
+        const double ours = luminanceOf(white->measured[0]);
+        const double theirs = luminanceOf(white->reference[0]);
+        if (!(std::abs(std::log(ours / theirs)) > kOtherLuminance))
+            return;
+        const auto told = [](double luminance, const Chart& chart, int row) {
+            return detail::generalText(luminance, 4) + " in " + printable(chart.name) + " (row " +
+                   std::to_string(row) + ")";
+        };
+        tell({{Finding::Severity::warning, Finding::Kind::emission,
+               "the whites of the two displays differ in luminance: Y is " +
+                   told(ours, measured, white->row) + " and " + told(theirs, reference, white->referenceRow) +
+                   "; scale the XYZ of both to the same Y of white, such as 100, where luminance is not what "
+                   "is compared"}});
+    }
+
+    // Of full red, green and blue; null where there is none.
+    const Patch* findWhite() const {
+        const Inks lights(measured);
+        if (!lights.areKnown() || !lights.areLight())
+            return nullptr;
+        const auto found = std::find_if(result.patches.begin(), result.patches.end(),
+                                        [&](const Patch& patch) { return lights.isPaper(patch.row - 1); });
+        return found == result.patches.end() ? nullptr : &*found;
+    }
+
     // Null where the Lab of a side holds for other conditions or for none that are known.
     const Conditions* conditionsOfLab(const Side& side) const {
         return isOfChosenConditions(side) ? weighting.get() : nullptr;
@@ -276,6 +313,7 @@ private:
         tellUnconfirmed();
         tellExchangedAxes();
         tellOtherReadings();
+        tellOtherLuminances();
         tellPerfectWhites();
         tellShiftedRows();
         tellLargeDifferences();
@@ -318,7 +356,7 @@ private:
         if (other.pairs.size() * 2 >= pairs && isMuchSmaller(median))
             text = "the median difference would be " + shown + " instead of " +
                    detail::generalText(result.statistics.median, 3);
-        else if (other.pairs.size() >= kFarMore * pairs && isNoLarger)
+        else if (other.pairs.size() >= kFarMore * pairs && isNoLarger && median <= kDoubtfulDifference)
             text = countText(other.pairs.size()) + " samples would have a counterpart instead of " +
                    countText(pairs) + ", with a median difference of " + shown;
         else
@@ -371,25 +409,31 @@ private:
     // both sides of the axis that exchanging mirrors at: greys, or the colours of one hue, may come nearer
     // by it in a right comparison as well.
     void tellExchangedAxes() {
-        std::vector<double> totals;
         std::size_t redder = 0;
         std::size_t yellower = 0;
         for (const Patch& patch : result.patches) {
-            const Lab exchanged = {patch.measured[0], patch.measured[2], patch.measured[1]};
-            totals.push_back(difference(exchanged, patch.reference, result.formula.id).total);
             const double ahead = patch.reference[1] - patch.reference[2];
             redder += ahead >= kTellingAxes ? 1 : 0;
             yellower += -ahead >= kTellingAxes ? 1 : 0;
         }
-        const double median = statistics(totals).median;
+        const double median = medianWhenExchanged();
         if (redder + yellower < kFewestColors || redder < kFewestOfAHue || yellower < kFewestOfAHue ||
-            !isMuchSmaller(median))
+            !isMuchSmaller(median) || median > kDoubtfulDifference)
             return;
         tell({{Finding::Severity::warning, Finding::Kind::exchangedAxes,
                "with a* and b* of one side exchanged the median difference would be " +
                    detail::generalText(median, 3) + " instead of " +
                    detail::generalText(result.statistics.median, 3) +
                    "; check which side has its columns exchanged"}});
+    }
+
+    double medianWhenExchanged() const {
+        std::vector<double> totals;
+        for (const Patch& patch : result.patches) {
+            const Lab exchanged = {patch.measured[0], patch.measured[2], patch.measured[1]};
+            totals.push_back(difference(exchanged, patch.reference, result.formula.id).total);
+        }
+        return statistics(totals).median;
     }
 
     void tellOtherReadings() {
@@ -411,7 +455,7 @@ private:
 
     void tellPerfectWhites() {
         if (sidesOfLight == 0)
-            tell(perfectWhites(comparedRows(), measured.name, reference.name));
+            tell(perfectWhites(comparedRows(), measured.name, reference.name, result.pairing.by == "RGB"));
     }
 
     void tellShiftedRows() {
@@ -443,8 +487,14 @@ private:
     }
 
     void tellLargeDifferences() {
+        // Hues as of exchanged axes explain nothing where exchanging them does not bring the colours
+        // together.
+        const auto explains = [&](const Finding& finding) {
+            return explainsLargeDifferences(finding) &&
+                   (finding.kind != Finding::Kind::exchangedAxes || isMuchSmaller(medianWhenExchanged()));
+        };
         if (result.pairing.rule != PairRule::deviceValues ||
-            std::any_of(result.findings.begin(), result.findings.end(), explainsLargeDifferences))
+            std::any_of(result.findings.begin(), result.findings.end(), explains))
             return;
         if (const std::optional<Finding> found = findLargeDifferences(comparedRows(), result.pairing.by))
             tell({*found});

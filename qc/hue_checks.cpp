@@ -110,7 +110,7 @@ std::optional<Finding> findExchangedHues(const Inspected& inspected) {
                    example + "; this and " + counted(found - 1) + " more pure patches (" +
                        joined(names, ", ") +
                        ") have the hues of exchanged a* and b*, none its own; check the columns LAB_A and "
-                       "LAB_B and those of the device values");
+                       "LAB_B and those of the device values, and that both belong to the same rows");
 }
 
 // One patch of its own hue is enough for a colour to have it.

@@ -31,9 +31,16 @@ constexpr std::size_t kMostPairs = 256;
 // Of the luminances of two whites, as a natural logarithm; repeated measurements of one differ by less.
 constexpr double kOtherLuminance = 0.1;
 
+// Greys stay below, in the mean.
+constexpr double kGreyChroma = 10.0;
+// Of the length of the mean of a* and b* to the mean chroma: that of colours of one hue is nearly 1.
+constexpr double kOneHue = 0.9;
+
 constexpr double kLargestLightness = 105.0;
 // No chart is as dark throughout.
 constexpr double kSmallestLightestLightness = 20.0;
+// But libraries of blacks are; in percent that are read as fractions they hold nothing darker than this.
+constexpr double kNothingDark = 50.0;
 
 // How Lab stands in a file: a value v of the file is the Lab value v * factor + offset.
 struct Encoding {
@@ -79,6 +86,8 @@ struct Reading {
     std::string words;
     std::function<Lab(int)> labOf; // of a row
     double muchSmaller = kMuchSmaller;
+    // For spectra of the other side that hold nothing dark; null where these are right.
+    const char* otherWords = nullptr;
 };
 
 Lab onWhite(const Lab& lab, const std::array<double, 3>& from, const std::array<double, 3>& to) {
@@ -117,6 +126,20 @@ void addReadingsOfLab(const ReadSide& side, std::vector<Reading>& readings) {
 constexpr const char* kFarWhites[] = {"A", "C", "D50", "D65", "D75", "E"};
 constexpr double kFarWhite = 0.1; // of Z
 
+// Whether colours show the white that they are on, as greys do and colours of several hues. Those of one hue,
+// such as skin, are all off alike for many reasons.
+bool showWhite(const std::vector<Lab>& colors) {
+    double a = 0.0;
+    double b = 0.0;
+    double chroma = 0.0;
+    for (const Lab& color : colors) {
+        a += color[1];
+        b += color[2];
+        chroma += std::hypot(color[1], color[2]);
+    }
+    return chroma < kGreyChroma * static_cast<double>(colors.size()) || std::hypot(a, b) < kOneHue * chroma;
+}
+
 void addReadingsOnWhites(const ReadSide& side, std::vector<Reading>& readings) {
     const std::array<double, 3> own = side.conditions->publishedWhite();
     const bool isTenDegree = side.conditions->observer() == "10 degree";
@@ -140,13 +163,13 @@ Lab withFactor(const Lab& lab, double factor) {
 // Of which each row is so many times as light; nothing where the lightest would not look like paper or a
 // good part of it.
 void addReadingWithFactor(const ReadSide& side, double factor, const std::string& words,
-                          std::vector<Reading>& readings) {
+                          const char* otherWords, std::vector<Reading>& readings) {
     double lightest = 0.0;
     for (const Lab& color : side.lab)
         lightest = std::max(lightest, withFactor(color, factor)[0]);
     if (lightest >= kSmallestLightestLightness && lightest <= kLargestLightness)
-        readings.push_back(
-            {words, [&side, factor](int row) { return withFactor(at(side.lab, row), factor); }});
+        readings.push_back({words, [&side, factor](int row) { return withFactor(at(side.lab, row), factor); },
+                            kMuchSmaller, otherWords});
 }
 
 void addReadingsOfSpectra(const ReadSide& side, std::vector<Reading>& readings) {
@@ -157,11 +180,12 @@ void addReadingsOfSpectra(const ReadSide& side, std::vector<Reading>& readings) 
     readings.push_back({"were in the opposite order of the bands", labAt({true, 0})});
     readings.push_back({"belonged to the next longer wavelengths", labAt({false, 1})});
     readings.push_back({"belonged to the next shorter wavelengths", labAt({false, -1})});
-    addReadingWithFactor(side, 100.0, "were multiplied by 100", readings);
-    addReadingWithFactor(side, 0.01, "were divided by 100", readings);
+    addReadingWithFactor(side, 100.0, "were multiplied by 100", "divided by 100", readings);
+    addReadingWithFactor(side, 0.01, "were divided by 100", nullptr, readings);
 }
 
-std::vector<Reading> readingsOf(const ReadSide& side) {
+// @param whiteShows in the other side.
+std::vector<Reading> readingsOf(const ReadSide& side, bool whiteShows) {
     std::vector<Reading> readings;
     if (side.source == ColorSource::lab)
         addReadingsOfLab(side, readings);
@@ -171,7 +195,8 @@ std::vector<Reading> readingsOf(const ReadSide& side) {
         addReadingsOfSpectra(side, readings);
         return readings;
     }
-    addReadingsOnWhites(side, readings);
+    if (whiteShows)
+        addReadingsOnWhites(side, readings);
     if (side.source == ColorSource::xyz)
         readings.push_back({"had X and Z exchanged", [&side](int row) {
                                 return withXAndZExchanged(at(side.lab, row),
@@ -201,9 +226,9 @@ public:
         median = medianOf(labOfMeasured, labOfReference);
         if (!(median > kLeastMedian))
             return {};
-        for (const Reading& reading : readingsOf(measured))
+        for (const Reading& reading : readingsOf(measured, showWhite(pairedOf(reference))))
             take(measured, reading, medianOf(reading.labOf, labOfReference), 0.0);
-        for (const Reading& reading : readingsOf(reference))
+        for (const Reading& reading : readingsOf(reference, showWhite(pairedOf(measured))))
             take(reference, reading, medianOf(labOfMeasured, reading.labOf), kBetter * median);
         takeLuminance(labOfReference);
         if (words.empty())
@@ -215,6 +240,14 @@ public:
 
 private:
     using Reader = std::function<Lab(int)>;
+
+    // The colours of a side that are compared.
+    std::vector<Lab> pairedOf(const ReadSide& side) const {
+        std::vector<Lab> colors;
+        for (const RowPair& pair : pairs)
+            colors.push_back(at(side.lab, &side == &measured ? pair.measured : pair.reference.front()));
+        return colors;
+    }
 
     double medianOf(const Reader& labOfMeasured, const Reader& labOfReference) const {
         std::vector<double> totals;
@@ -250,7 +283,7 @@ private:
             "had " + detail::generalText(luminanceRatio, 4) +
                 " times the luminance, as that of the two whites differs",
             [this](int row) { return withFactor(at(measured.lab, row), luminanceRatio); },
-            kMuchSmallerByWhite};
+            kMuchSmallerByWhite, nullptr};
         take(measured, brought, medianOf(brought.labOf, labOfReference), 0.0);
     }
 
@@ -262,6 +295,14 @@ private:
         best = found;
         words = "if the " + std::string(wordsFor(side.source)) + " of " + printable(side.chart.name) + " " +
                 reading.words;
+        const ReadSide& other = &side == &measured ? reference : measured;
+        if (reading.otherWords != nullptr && other.source == ColorSource::spectra && holdsNothingDark(other))
+            words += ", or those of " + printable(other.chart.name) + " " + reading.otherWords;
+    }
+
+    static bool holdsNothingDark(const ReadSide& side) {
+        return std::all_of(side.lab.begin(), side.lab.end(),
+                           [](const Lab& color) { return color[0] > kNothingDark; });
     }
 
     static const char* wordsFor(ColorSource source) {

@@ -25,8 +25,8 @@ struct ReadSide {
 /// pairs below half: Lab as the numbers of files of 8 and 16 bits, as fractions or with 128 added to a* and
 /// b*; X and Z exchanged; spectra with their bands in the opposite order or shifted by one, or 100 times too
 /// small or large; light that differs by a factor, where both sides are light. Of the white of another
-/// illuminant it is told below a third, for paper that differs in hue has a like effect. Only the best one is
-/// told, and none where the median is small already.
+/// illuminant it is told below a third, for paper that differs in hue has a like effect, and only of colours
+/// that are grey or of several hues. Only the best one is told, and none where the median is small already.
 /// @param areLight whether both sides hold measurements of light. @param deltaE the difference of two Lab,
 /// measured first.
 std::vector<Finding> otherReadings(const ReadSide& measured, const ReadSide& reference,

@@ -14,12 +14,19 @@ namespace {
 // Rounding leaves so much of 100, 0, 0.
 constexpr double kPerfectLightness = 99.5;
 constexpr double kPerfectChroma = 0.1;
-// The whitest papers stay below.
+// The whitest papers stay below, and above the other one; brightened and toned ones have no more chroma.
 constexpr double kPaperLightness = 98.0;
+constexpr double kDarkPaper = 60.0;
+constexpr double kLargestPaperChroma = 15.0;
 constexpr std::size_t kFewestSamples = 8;
 
 bool isPerfect(const Lab& color) {
     return color[0] > kPerfectLightness && std::hypot(color[1], color[2]) < kPerfectChroma;
+}
+
+bool isPaper(const Lab& color) {
+    return color[0] > kDarkPaper && color[0] < kPaperLightness &&
+           std::hypot(color[1], color[2]) < kLargestPaperChroma;
 }
 
 std::string textOf(const Lab& color) {
@@ -30,7 +37,7 @@ std::string textOf(const Lab& color) {
 } // namespace
 
 std::vector<Finding> perfectWhites(const std::vector<ComparedRow>& rows, const std::string& measured,
-                                   const std::string& reference) {
+                                   const std::string& reference, bool areRgb) {
     if (rows.size() < kFewestSamples)
         return {};
     std::vector<Finding> findings;
@@ -42,13 +49,13 @@ std::vector<Finding> perfectWhites(const std::vector<ComparedRow>& rows, const s
                                                });
         const Lab& white = (*lightest).*ours;
         const Lab& other = (*lightest).*theirs;
-        if (!isPerfect(white) || other[0] >= kPaperLightness)
+        if (!isPerfect(white) || !isPaper(other))
             return;
         findings.push_back({Finding::Severity::warning, Finding::Kind::relativeToPaper,
                             "the lightest sample of " + printable(our) + " has Lab " + textOf(white) +
                                 ", a perfect white, but " + textOf(other) + " in " + printable(their) +
-                                "; the values of " + printable(our) +
-                                " seem to be relative to their paper and those of " + printable(their) +
+                                "; the values of " + printable(our) + " seem to be relative to their " +
+                                (areRgb ? "white" : "paper") + " and those of " + printable(their) +
                                 " not, so compare values of one kind"});
     };
     look(&ComparedRow::found, measured, &ComparedRow::expected, reference);

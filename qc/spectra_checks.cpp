@@ -75,8 +75,10 @@ std::string remedyOfScale(const Chart& chart) {
     const std::string limit = "but reflectances above 2 do not occur, not even on fluorescent paper; ";
     if (chart.data().IsSpectralPercent())
         return limit + "correct these values (they are told after the division of percent by 100)";
-    return limit + "none of the first five rows, which alone decide on percent, holds a value above 10: "
-                   "if the table is in percent, move a light patch to the top, else check its scale";
+    return limit +
+           "none of the first five rows, which alone decide on percent, holds a value above 10: "
+           "if the table is in percent, move a light patch to the top or, where there is none, divide "
+           "all values by 100, else check its scale";
 }
 
 } // namespace

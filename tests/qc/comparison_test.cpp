@@ -271,6 +271,26 @@ TEST_F(comparison, otherPairingOfTenTimesAsManySamples_mayDifferMoreThanTheFewTh
                                     "difference of 1")));
 }
 
+// One sample pairs by device values, three by their names, all of them with one difference.
+TEST_F(comparison, otherPairingOfMoreSamples_isToldOnlyWhereTheyAgree) {
+    const auto told = [](int apart) {
+        const char* const fields = "SAMPLE_NAME CMYK_C CMYK_M CMYK_Y CMYK_K LAB_L LAB_A LAB_B";
+        const auto row = [](const char* text, int lightness) {
+            return text + std::to_string(lightness) + " 0 0";
+        };
+        ComparisonOptions options = cie1976();
+        options.pair = PairChoice::deviceValues;
+        const OwnedChart left =
+            measured(fields, {row("a 0 0 0 0 ", 95), row("b 90 0 0 0 ", 60), row("c 0 0 9 0 ", 70)});
+        const OwnedChart right =
+            reference(fields, {row("a 0 0 0 0 ", 95 - apart), row("b 0 90 0 0 ", 60 - apart),
+                               row("c 0 0 0 70 ", 70 - apart)});
+        return findingsOf(compared(left, right, options), Kind::otherPairing);
+    };
+    EXPECT_THAT(told(10), testing::Contains(HasSubstr("3 samples would have a counterpart instead of 1")));
+    EXPECT_THAT(told(11), IsEmpty());
+}
+
 TEST_F(comparison, identifierNamedWithoutAChoiceOfRule_isTaken) {
     const char* const fields = "SAMPLE_ID SAMPLE_NAME LAB_L LAB_A LAB_B";
     ComparisonOptions options = cie1976();
@@ -582,6 +602,20 @@ TEST_F(comparison, axesExchangedOnOneSide_areTold) {
     EXPECT_THAT(findingsOf(compared(left, left), Kind::exchangedAxes), IsEmpty());
 }
 
+// The darker side stays as far away as other prints do.
+TEST_F(comparison, axesExchangedThatLeaveWhatNoPrintDiffersBy_areNotTold) {
+    const auto exchangedCount = [](double darker) {
+        std::vector<Lab> colors = print();
+        for (Lab& color : colors)
+            color[0] -= darker;
+        return findingsOf(compared(measured(kLab, exchanged(colors)), reference(kLab, labRowsOf(print()))),
+                          Kind::exchangedAxes)
+            .size();
+    };
+    EXPECT_EQ(exchangedCount(9), 1U);
+    EXPECT_EQ(exchangedCount(12), 0U);
+}
+
 TEST_F(comparison, fewColoursThatExchangingBringsNearer_areNoSignOfIt) {
     const OwnedChart left = measured(kLab, {"A 50 30 5", "B 60 -40 10", "C 70 9 60"});
     const OwnedChart right = reference(kLab, {"A 50 5 30", "B 60 10 -40", "C 70 60 9"});
@@ -659,6 +693,23 @@ TEST_F(comparison, deviceValuesBesideOtherColours_areWarnedOf) {
     EXPECT_THAT(findingsOf(compared(right, right), Kind::largeDifferences), IsEmpty());
 }
 
+// Magenta and yellow stand in each other's place, which looks like exchanged axes.
+TEST_F(comparison, huesOfExchangedAxesThatExplainNothing_areNotAllThatIsTold) {
+    Rows rows = {"0 0 100 0 89 -5 93", "0 100 0 0 48 74 -3"};
+    Rows displaced = {"0 0 100 0 48 74 -3", "0 100 0 0 89 -5 93"};
+    const std::vector<Lab> colors = print();
+    const std::vector<std::size_t> places = {5, 11, 0, 14, 8, 2, 13, 6, 15, 1, 4, 9, 3, 10, 7, 12};
+    for (std::size_t i = 0; i < colors.size(); ++i) {
+        const std::string inks = std::to_string(5 * i) + " 20 10 0 ";
+        rows.push_back(inks + labRow(0, colors[i]).substr(2));
+        displaced.push_back(inks + labRow(0, colors[places[i]]).substr(2));
+    }
+    const Comparison result = compared(measured(kCmykLab, displaced), reference(kCmykLab, rows));
+    EXPECT_THAT(findingsOf(result, Kind::exchangedAxes),
+                ElementsAre(HasSubstr("and that both belong to the same rows")));
+    EXPECT_THAT(findingsOf(result, Kind::largeDifferences), SizeIs(1));
+}
+
 // Newsprint is darker and far less colourful throughout, but it is the same chart.
 TEST_F(comparison, sameChartOnQuiteAnotherPaper_isNoOtherOne) {
     Rows coated;
@@ -682,7 +733,7 @@ TEST_F(comparison, sameChartOnQuiteAnotherPaper_isNoOtherOne) {
 const char* const kRgbXyz = "RGB_R RGB_G RGB_B XYZ_X XYZ_Y XYZ_Z";
 
 // A display (IEC 61966-2-1) of this luminance; of prints the primaries are darker, in parts of it.
-Rows display(double luminance, double primaries = 1.0) {
+Rows display(double luminance, double primaries = 1.0, double flare = 0.0) {
     const double colors[][6] = {
         {0, 0, 0, 0.0095, 0.01, 0.0109},       {255, 0, 0, 0.4124, 0.2126, 0.0193},
         {0, 255, 0, 0.3576, 0.7152, 0.1192},   {0, 0, 255, 0.1805, 0.0722, 0.9505},
@@ -694,7 +745,7 @@ Rows display(double luminance, double primaries = 1.0) {
         std::ostringstream row;
         row << color[0] << ' ' << color[1] << ' ' << color[2];
         for (int i = 3; i < 6; ++i)
-            row << ' ' << luminance * color[i] * (rows.empty() || rows.size() > 3 ? 1.0 : primaries);
+            row << ' ' << flare + luminance * color[i] * (rows.empty() || rows.size() > 3 ? 1.0 : primaries);
         rows.push_back(row.str());
     }
     return rows;
@@ -722,6 +773,25 @@ TEST_F(comparison, lightOfAnotherLuminance_isToldWithTheFactor) {
     const Comparison result = compared(measured(kRgbXyz, display(80)), reference(kRgbXyz, display(100)));
     EXPECT_THAT(findingsOf(result, Kind::otherReading),
                 ElementsAre(StartsWith("!if the XYZ values of measured.txt had 1.25 times the luminance")));
+    EXPECT_THAT(findingsOf(result, Kind::emission),
+                ElementsAre(StartsWith("measured.txt and reference.txt hold measurements of displays")));
+}
+
+TEST_F(comparison, whitesOfOtherLuminance_areToldWhereMoreThanThatDiffers) {
+    const Comparison result =
+        compared(measured(kRgbXyz, display(60, 1.0, 10)), reference(kRgbXyz, display(100)));
+    EXPECT_THAT(findingsOf(result, Kind::otherReading), IsEmpty());
+    EXPECT_THAT(findingsOf(result, Kind::emission),
+                ElementsAre(StartsWith("!the whites of the two displays differ in luminance: Y is 70 in "
+                                       "measured.txt (row 9) and 100 in reference.txt (row 9); scale"),
+                            StartsWith("measured.txt and reference.txt hold measurements of displays")));
+}
+
+TEST_F(comparison, whitesOfNearlyOneLuminance_areNotTold) {
+    const Comparison result =
+        compared(measured(kRgbXyz, display(84, 1.0, 10)), reference(kRgbXyz, display(100)));
+    EXPECT_THAT(findingsOf(result, Kind::emission),
+                ElementsAre(StartsWith("measured.txt and reference.txt hold measurements of displays")));
 }
 
 TEST_F(comparison, spectraDividedBy100TwiceOver_areToldAgainstTheOthers) {
@@ -745,6 +815,27 @@ TEST_F(comparison, spectraDividedBy100TwiceOver_areToldAgainstTheOthers) {
         ElementsAre(StartsWith("!if the spectral values of measured.txt were multiplied by 100, the")));
 }
 
+// Percent that are read as fractions look like these.
+TEST_F(comparison, blacksAgainstSpectraThatHoldNothingDark_areToldOfEitherSide) {
+    Rows light;
+    Rows dark;
+    for (int i = 1; i <= 8; ++i) {
+        const auto row = [i](double value) {
+            std::ostringstream text;
+            text << i << ' ' << value << ' ' << 1.02 * value << ' ' << value << ' ' << 1.01 * value;
+            return text.str();
+        };
+        light.push_back(row(0.4 + 0.05 * i));
+        dark.push_back(row(0.004 + 0.0005 * i));
+    }
+    const char* const both = "!if the spectral values of reference.txt were multiplied by 100, or those of "
+                             "measured.txt divided by "
+                             "100, the median difference would be ";
+    EXPECT_THAT(
+        findingsOf(compared(measured(kSpectra, light), reference(kSpectra, dark)), Kind::otherReading),
+        ElementsAre(StartsWith(both)));
+}
+
 // Values relative to the paper.
 
 TEST_F(comparison, perfectWhiteOnOneSide_isToldToBeRelativeToThePaper) {
@@ -760,6 +851,35 @@ TEST_F(comparison, perfectWhiteOnOneSide_isToldToBeRelativeToThePaper) {
                            Kind::relativeToPaper),
                 ElementsAre(StartsWith("!the lightest sample of reference.txt")));
     EXPECT_THAT(findingsOf(compared(left, left), Kind::relativeToPaper), IsEmpty());
+}
+
+TEST_F(comparison, perfectWhiteAgainstAColour_isNotCalledRelativeToThePaper) {
+    for (const Lab& other : {Lab{89, -5, 93}, Lab{55, 0, -2}}) {
+        std::vector<Lab> left = print();
+        std::vector<Lab> right = print();
+        left[0] = {100, 0, 0};
+        right[0] = other;
+        EXPECT_THAT(findingsOf(compared(measured(kLab, labRowsOf(left)), reference(kLab, labRowsOf(right))),
+                               Kind::relativeToPaper),
+                    IsEmpty());
+    }
+}
+
+// They may be displays.
+TEST_F(comparison, perfectWhiteOfRgb_isCalledRelativeToTheWhite) {
+    Rows left;
+    Rows right;
+    for (int i = 0; i <= 10; ++i) {
+        const std::string grey = std::to_string(25 * i);
+        const std::string device = grey + ' ' + grey + ' ' + grey + ' ';
+        left.push_back(device + std::to_string(9.7 * i) + " 0.4 -0.9");
+        right.push_back(device + std::to_string(10 * i) + " 0 0");
+    }
+    EXPECT_THAT(
+        findingsOf(compared(measured("RGB_R RGB_G RGB_B LAB_L LAB_A LAB_B", left),
+                            reference("RGB_R RGB_G RGB_B LAB_L LAB_A LAB_B", right)),
+                   Kind::relativeToPaper),
+        ElementsAre(HasSubstr("the values of reference.txt seem to be relative to their white and those")));
 }
 
 } // namespace

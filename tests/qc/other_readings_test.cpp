@@ -103,6 +103,36 @@ TEST_F(otherReadings, bluerPaper_isNoOtherWhite) {
               "");
 }
 
+std::vector<Lab> onTheWhiteOfE(const std::vector<Lab>& colors) {
+    constexpr double kD50[] = {96.422, 100.0, 82.521};
+    std::vector<Lab> rows;
+    for (const Lab& lab : colors) { // all of them far from black, where CIELAB has cube roots
+        const double y = (lab[0] + 16) / 116;
+        const double x = (y + lab[1] / 500) / std::cbrt(kD50[0] / 100);
+        const double z = (y - lab[2] / 200) / std::cbrt(kD50[2] / 100);
+        rows.push_back({lab[0], 500 * (x - y), 200 * (y - z)});
+    }
+    return rows;
+}
+
+// Colours of one hue are off alike for many reasons.
+TEST_F(otherReadings, coloursOfOneHue_showNoOtherWhite) {
+    std::vector<Lab> rows = {{78, 21, 9},  {34, 20, 13}, {63, 17, 13}, {60, 18, 10},
+                             {52, 17, 13}, {80, 21, 12}, {52, 17, 9},  {49, 20, 12}};
+    EXPECT_EQ(told(ColorSource::lab, rows, onTheWhiteOfE(rows)), "");
+    EXPECT_EQ(told(ColorSource::lab, onTheWhiteOfE(rows), rows), "");
+    for (std::size_t i = 0; i < rows.size(); i += 2)
+        rows[i] = {rows[i][0], -rows[i][1], -rows[i][2]};
+    EXPECT_THAT(told(ColorSource::lab, rows, onTheWhiteOfE(rows)), HasSubstr("on the white of "));
+}
+
+TEST_F(otherReadings, greys_showAnotherWhite) {
+    std::vector<Lab> rows;
+    for (int lightness = 30; lightness < 100; lightness += 8)
+        rows.push_back({static_cast<double>(lightness), 0.5, 1.0});
+    EXPECT_THAT(told(ColorSource::lab, onTheWhiteOfE(rows), rows), HasSubstr("on the white of "));
+}
+
 // Y of L* 100 is 100, of L* 50 18.4187 (CIE 15).
 TEST_F(otherReadings, lightThatDiffersByAFactor_isToldWithIt) {
     const std::vector<Lab> bright(8, Lab{100, 0, 0});

@@ -40,7 +40,11 @@ TEST(plausibility, spectraInPercentThatStartDark_areTold) {
     std::vector<Values> rows(5, flat(4.0));
     for (int more = 0; more < 20; ++more)
         rows.push_back(flat(80.0 - more));
-    EXPECT_THAT(kindsOf(spectralChart(rows).findInSpectra()), ElementsAre(Finding::Kind::spectralScale));
+    const std::vector<Finding> findings = spectralChart(rows).findInSpectra();
+    ASSERT_THAT(kindsOf(findings), ElementsAre(Finding::Kind::spectralScale));
+    EXPECT_THAT(findings[0].text,
+                HasSubstr("move a light patch to the top or, where there is none, divide all "
+                          "values by 100"));
 }
 
 TEST(plausibility, fractionOfTwo_isLetPass) {
