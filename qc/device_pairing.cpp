@@ -169,12 +169,13 @@ Rows rowsOff(const DeviceValues& values, double range) {
     return rows;
 }
 
-Matching match(const DeviceValues& measured, const DeviceValues& reference, const DeviceRanges& ranges) {
+Matching match(const DeviceValues& measured, const DeviceValues& reference, const DeviceRanges& ranges,
+               double tolerance) {
     const Groups ours = grouped(measured, ranges.measured);
     const Groups theirs = grouped(reference, ranges.reference);
     Matching matching;
     matching.ranges = ranges;
-    matching.tolerance = toleranceOf(measured, reference, ranges);
+    matching.tolerance = tolerance;
     matching.aside = static_cast<int>(measured.rows() - measured.rowsThatTakePart());
     const std::vector<Counterpart> found = counterparts(ours, theirs, onGrid(matching.tolerance));
     matching.offScale = rowsOff(measured, ranges.measured);
@@ -201,6 +202,10 @@ Matching match(const DeviceValues& measured, const DeviceValues& reference, cons
     return matching;
 }
 
+Matching match(const DeviceValues& measured, const DeviceValues& reference, const DeviceRanges& ranges) {
+    return match(measured, reference, ranges, toleranceOf(measured, reference, ranges));
+}
+
 // Colours tell which of two readings is right where the median difference of one is above this ...
 constexpr double kTellingDifference = 1.0;
 // ... and that of the other below this part of it. One that pairs fewer rows must show it by more.
@@ -212,6 +217,8 @@ constexpr std::size_t kNearlyNothing = 5;
 // ... if the smaller chart has so many rows, and the colours of the pairs differ by no more than this.
 constexpr std::size_t kFewestOfScale = 4;
 constexpr double kOneChart = 10.0;
+// Values on no known scale are those of one where no more than one row of so many lacks an equal one.
+constexpr std::size_t kNearlyAll = 10;
 
 bool haveEqualPairs(const Matching& left, const Matching& right) {
     return std::equal(left.pairs.begin(), left.pairs.end(), right.pairs.begin(), right.pairs.end(),
@@ -225,6 +232,9 @@ struct Reading {
     Matching matching;
     std::optional<DeviceRanges> other; // that pairs other rows, not fewer by half
     bool byColors = false;             // these ruled it out
+    bool asTheyStand = false;          // equal values, on whatever scale
+    // The pairs within the usual tolerance, where rounding widens it.
+    std::optional<std::size_t> within = std::nullopt;
 };
 
 bool isMuchBetter(double median, double than, double telling, double part) {
@@ -263,8 +273,68 @@ void weigh(Reading& reading, Matching next, const MedianOf& medianOf) {
     }
 }
 
+// The rows without a counterpart on the side that has fewer of them.
+std::size_t rowsLeft(const Matching& matching, const DeviceValues& reference) {
+    const auto theirs = static_cast<int>(reference.rowsThatTakePart()) - matching.usedReference;
+    return static_cast<std::size_t>(
+        std::max(std::min(matching.unusedMeasured() - matching.aside, theirs), 0));
+}
+
+// By which values of one sample may differ that stand in steps, in percent: first where both are rounded,
+// then where those of the larger step are cut off.
+std::vector<double> tolerancesOfSteps(const DeviceValues& measured, const DeviceValues& reference,
+                                      const DeviceRanges& ranges) {
+    const double ours = measured.step(ranges.measured);
+    const double theirs = reference.step(ranges.reference);
+    const double rounded = (ours + theirs) / 2;
+    if (ours == theirs)
+        return {rounded};
+    return {rounded, std::max(ours, theirs) + std::min(ours, theirs) / 2};
+}
+
+// Pairs as far as the steps of the values explain where that leaves out no more than half as many rows.
+void widen(Reading& reading, const DeviceValues& measured, const DeviceValues& reference,
+           const MedianOf& medianOf) {
+    const std::size_t smaller = std::min(measured.rowsThatTakePart(), reference.rowsThatTakePart());
+    if (!medianOf || smaller < kFewestOfScale)
+        return;
+    if (reading.matching.pairs.empty())
+        reading.matching = match(measured, reference, possibleRanges(measured, reference).front());
+    if (rowsLeft(reading.matching, reference) == 0)
+        return;
+    const DeviceRanges ranges = reading.matching.ranges;
+    for (const double tolerance : tolerancesOfSteps(measured, reference, ranges)) {
+        if (tolerance <= reading.matching.tolerance)
+            continue;
+        Matching next = match(measured, reference, ranges, tolerance);
+        const std::size_t left = rowsLeft(next, reference);
+        if (2 * left > rowsLeft(reading.matching, reference) || 2 * left >= smaller ||
+            next.pairs.size() <= reading.matching.pairs.size() || !(medianOf(next.pairs) <= kOneChart))
+            continue;
+        if (!reading.within)
+            reading.within = reading.matching.pairs.size();
+        reading.matching = std::move(next);
+    }
+}
+
+// By equal values, whatever their scale; nothing where these are not those of one chart.
+std::optional<Reading> readAsTheyStand(const DeviceValues& measured, const DeviceValues& reference,
+                                       const MedianOf& medianOf) {
+    const DeviceRanges ranges = commonRange(measured, reference);
+    const std::size_t smaller = std::min(measured.rowsThatTakePart(), reference.rowsThatTakePart());
+    if (!medianOf || !(ranges.measured > 0) || smaller < kFewestOfScale)
+        return std::nullopt;
+    Reading reading;
+    reading.matching = match(measured, reference, ranges, 0);
+    reading.asTheyStand = true;
+    if (kNearlyAll * rowsLeft(reading.matching, reference) > smaller ||
+        !(medianOf(reading.matching.pairs) <= kOneChart))
+        return std::nullopt;
+    return reading;
+}
+
 // By the ranges that pair the most rows; where colours say otherwise, by these.
-Reading bestReading(const DeviceValues& measured, const DeviceValues& reference, const MedianOf& medianOf) {
+Reading bestOfScales(const DeviceValues& measured, const DeviceValues& reference, const MedianOf& medianOf) {
     Reading best;
     for (const DeviceRanges& ranges : possibleRanges(measured, reference))
         weigh(best, match(measured, reference, ranges), medianOf);
@@ -278,6 +348,16 @@ Reading bestReading(const DeviceValues& measured, const DeviceValues& reference,
         if (pairsMost && medianOf && medianOf(next.pairs) <= kOneChart)
             best = {std::move(next), std::nullopt, false};
     }
+    return best;
+}
+
+// Nothing where a side is on no scale and the values of both are not equal.
+std::optional<Reading> bestReading(const DeviceValues& measured, const DeviceValues& reference,
+                                   const MedianOf& medianOf) {
+    if (possibleRanges(measured, reference).empty())
+        return readAsTheyStand(measured, reference, medianOf);
+    Reading best = bestOfScales(measured, reference, medianOf);
+    widen(best, measured, reference, medianOf);
     return best;
 }
 
@@ -368,6 +448,10 @@ public:
 
     void addScales(const Reading& reading, const DeviceValues& referenceValues,
                    std::vector<Finding>& findings) const {
+        if (reading.asTheyStand) {
+            addEquality(reading.matching, findings);
+            return;
+        }
         const DeviceRanges& ranges = reading.matching.ranges;
         const DeviceRanges others = reading.other.value_or(ranges);
         const bool rgb = channels.name == "RGB";
@@ -382,6 +466,26 @@ public:
         };
         tell(measuredName, measuredValues, ranges.measured, others.measured);
         tell(referenceName, referenceValues, ranges.reference, others.reference);
+    }
+
+    // That the tolerance is as wide as the steps of the values.
+    void addSteps(const Reading& reading, const DeviceValues& referenceValues,
+                  std::vector<Finding>& findings) const {
+        if (!reading.within)
+            return;
+        const DeviceRanges& ranges = reading.matching.ranges;
+        const double ours = measuredValues.step(ranges.measured);
+        const double theirs = referenceValues.step(ranges.reference);
+        const std::string files = ours == theirs  ? "both files"
+                                  : ours > theirs ? measuredName
+                                                  : referenceName;
+        add(findings, Finding::Severity::note, Finding::Kind::ambiguousSamples,
+            "the " + channels.name + " values of " + files + " stand in steps of " +
+                detail::generalText(std::max(ours, theirs), 2) +
+                " percent, as after rounding, so that they pair within " +
+                detail::generalText(reading.matching.tolerance, 2) + " percent; within " +
+                detail::generalText(kDeviceTolerance, 2) + " percent " + countText(*reading.within) +
+                " instead of " + countText(reading.matching.pairs.size()) + " samples would pair");
     }
 
     void addOffScale(const Matching& matching, const DeviceValues& referenceValues,
@@ -400,12 +504,13 @@ public:
         tell(referenceName, matching.referenceOffScale, matching.ranges.reference, referenceValues);
     }
 
-    void addDoubts(const Matching& matching, const DeviceValues& referenceValues,
+    void addDoubts(const Reading& reading, const DeviceValues& referenceValues,
                    std::vector<Finding>& findings) const {
+        const Matching& matching = reading.matching;
         const auto tell = [&](Finding::Severity severity, const std::string& text) {
             add(findings, severity, Finding::Kind::ambiguousSamples, text);
         };
-        if (matching.tolerance > kDeviceTolerance)
+        if (!reading.within && matching.tolerance > kDeviceTolerance)
             tell(Finding::Severity::note,
                  "the " + channels.name +
                      " values are whole numbers of two scales, so that they pair within " +
@@ -481,6 +586,13 @@ private:
         return chart.rows() > 1 && values.areEqualOnEveryRow();
     }
 
+    void addEquality(const Matching& matching, std::vector<Finding>& findings) const {
+        add(findings, Finding::Severity::note, Finding::Kind::deviceScale,
+            "the " + channels.name + " values of " + measuredName + " and " + referenceName +
+                " are on no known scale (the largest is " + detail::generalText(matching.ranges.measured, 6) +
+                "), but equal, so that the samples are paired by equal values");
+    }
+
     // That another scale would do, or that colours speak against it.
     static void addChoice(const std::string& text, double other, bool byColors,
                           std::vector<Finding>& findings) {
@@ -510,15 +622,21 @@ private:
 
 } // namespace
 
+bool canBeRead(const DeviceValues& measured, const DeviceValues& reference, const MedianOf& medianOf) {
+    return !possibleRanges(measured, reference).empty() ||
+           readAsTheyStand(measured, reference, medianOf).has_value();
+}
+
 Pairing pairByDeviceValues(const Chart& measured, const Chart& reference, const DeviceChannels& channels,
                            const MedianOf& medianOf) {
     const auto [ours, theirs] = sharedDeviceValues(measured, reference, channels);
-    if (possibleRanges(ours, theirs).empty())
+    std::optional<Reading> read = bestReading(ours, theirs, medianOf);
+    if (!read)
         throw Refusal(
             Refusal::Kind::notComparable,
             strangeValue(measured, reference, channels) +
                 "; correct it, or let --pair id or --pair order pair the rows without device values");
-    Reading reading = bestReading(ours, theirs, medianOf);
+    Reading& reading = *read;
     Matching& matching = reading.matching;
     if (matching.pairs.empty())
         throw Refusal(Refusal::Kind::notComparable,
@@ -536,7 +654,8 @@ Pairing pairByDeviceValues(const Chart& measured, const Chart& reference, const 
     words.addLeftOut(matching, pairing.findings);
     words.addScales(reading, theirs, pairing.findings);
     words.addOffScale(matching, theirs, pairing.findings);
-    words.addDoubts(matching, theirs, pairing.findings);
+    words.addSteps(reading, theirs, pairing.findings);
+    words.addDoubts(reading, theirs, pairing.findings);
     words.addInkOrder(matching, theirs, medianOf, pairing.findings);
     pairing.pairs = std::move(matching.pairs);
     addUnusedSamples(

@@ -37,6 +37,11 @@ constexpr std::size_t kFewRows = 20;
 // Nor may values lie below 0 by more than this part of the range.
 constexpr double kBelowZero = 0.005;
 
+// Values are taken for multiples of a step that differ by no more than this part of it.
+constexpr double kPartOfStep = 1e-6;
+// In percent.
+constexpr double kLargestStep = 1.0;
+
 // The columns RGB_R, RGB_G and RGB_B; none unless there are all three, as numbers.
 Columns rgbColumns(const Chart& chart) {
     Columns columns;
@@ -335,10 +340,11 @@ std::string colorantName(const Chart& chart, const Channel& channel) {
     return isDescribed ? names[static_cast<std::size_t>(number - 1)] : lineNamed(chart, channel.name);
 }
 
+// Of a range that is no scale, it is the range itself.
 double topOf(double range) {
     const auto* scale = std::find_if(std::begin(kScales), std::end(kScales),
                                      [&](const Scale& s) { return s.range == range; });
-    return scale == std::end(kScales) ? 0 : scale->largest;
+    return scale == std::end(kScales) ? range : scale->largest;
 }
 
 // What the rows without a value beyond the usual scales hold.
@@ -463,6 +469,24 @@ bool DeviceValues::mostFit(double scale) const {
     return 2 * fitting > rowsThatTakePart();
 }
 
+double DeviceValues::step(double scale) const {
+    const auto areMultiples = [&](double stepsPerUnit) {
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            const double steps = values[i] * stepsPerUnit;
+            if (fits(i / channels, scale) && std::abs(steps - std::round(steps)) > kPartOfStep)
+                return false;
+        }
+        return true;
+    };
+    for (const double stepsPerUnit : {1.0, 10.0, 100.0, 1000.0}) {
+        if (!areMultiples(stepsPerUnit))
+            continue;
+        const double percent = 100.0 / (stepsPerUnit * scale);
+        return percent <= kLargestStep ? percent : 0;
+    }
+    return 0;
+}
+
 namespace {
 
 DeviceValues deviceValues(const Chart& chart, const Columns& columns, const Columns& alone) {
@@ -521,6 +545,11 @@ std::vector<DeviceRanges> furtherRanges(const DeviceValues& measured, const Devi
             ranges.push_back({measured.range, scale.range});
     }
     return ranges;
+}
+
+DeviceRanges commonRange(const DeviceValues& measured, const DeviceValues& reference) {
+    const double largest = std::max(largestOf(measured), largestOf(reference));
+    return {largest, largest};
 }
 
 std::string strangeValue(const Chart& measured, const Chart& reference, const DeviceChannels& channels) {

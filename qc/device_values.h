@@ -62,6 +62,10 @@ struct DeviceValues {
     bool fits(std::size_t row, double scale) const;
     /// Whether more than half of the rows that take part do.
     bool mostFit(double scale) const;
+    /// The steps in which the values stand, by their decimals, in percent of a scale: 1 for whole percent. 0
+    /// where there is none that matters: below a thousandth of a unit, or above one percent, as such values
+    /// are exact.
+    double step(double scale) const;
 };
 
 /// Of the channels that two charts share.
@@ -88,6 +92,9 @@ std::vector<DeviceRanges> possibleRanges(const DeviceValues& measured, const Dev
 /// Those in which one side has another of the usual ranges 0 to 1, 100 and 255 that most of its rows fit,
 /// which a part of a chart may have.
 std::vector<DeviceRanges> furtherRanges(const DeviceValues& measured, const DeviceValues& reference);
+
+/// One range for both sides, up to the largest value of them, which needs no scale to be known.
+DeviceRanges commonRange(const DeviceValues& measured, const DeviceValues& reference);
 
 /// Names the first value that is on no scale, of charts that have no possible ranges.
 std::string strangeValue(const Chart& measured, const Chart& reference, const DeviceChannels& channels);

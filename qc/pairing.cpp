@@ -141,9 +141,9 @@ void addContradiction(const Chart& measured, const Chart& reference, const Chann
 
 // Why shared device values cannot be used, and how serious that is; nothing where they can.
 std::optional<Finding> uselessness(const Chart& measured, const Chart& reference,
-                                   const DeviceChannels& channels) {
+                                   const DeviceChannels& channels, const MedianOf& medianOf) {
     const auto [ours, theirs] = sharedDeviceValues(measured, reference, channels);
-    if (possibleRanges(ours, theirs).empty())
+    if (!canBeRead(ours, theirs, medianOf))
         return Finding{Finding::Severity::warning, Finding::Kind::deviceScale,
                        strangeValue(measured, reference, channels) + "; the " + channels.name +
                            " values are not used, correct them to have the rows paired by them"};
@@ -155,7 +155,7 @@ std::optional<Finding> uselessness(const Chart& measured, const Chart& reference
 
 bool canConfirm(const Chart& measured, const Chart& reference, const Channels& channels) {
     try {
-        return channels && !uselessness(measured, reference, *channels);
+        return channels && !uselessness(measured, reference, *channels, {});
     } catch (const Refusal&) {
         return false;
     }
@@ -223,7 +223,7 @@ Pairing byWhatThereIs(const Chart& measured, const Chart& reference, const Chann
                       const MedianOf& medianOf) {
     const Channels channels = usefulChannels(measured, reference, shared);
     const std::optional<Finding> useless =
-        channels ? uselessness(measured, reference, *channels) : std::nullopt;
+        channels ? uselessness(measured, reference, *channels, medianOf) : std::nullopt;
     if (channels && !useless)
         return byTellingDeviceValues(measured, reference, *channels, medianOf);
     IdentifierPairing found = confirmed(pairByIdentifier(measured, reference), medianOf);

@@ -44,7 +44,7 @@ struct Pairing {
     bool isUnconfirmed = false;
 };
 
-/// Device values pair within so much, in percent of their range.
+/// Device values pair within so much, in percent of their range, unless rounding explains more.
 constexpr double kDeviceTolerance = 0.3;
 
 /// Pairs the rows of two charts as compare() does.

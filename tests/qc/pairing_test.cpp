@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <memory>
 #include <random>
 #include <stdexcept>
@@ -62,6 +63,12 @@ constexpr const char* kRgb = "RGB_R RGB_G RGB_B";
 
 Pairing paired(const Chart& left, const Chart& right, PairChoice choice = PairChoice::automatic) {
     return pairRows(left, right, choice);
+}
+
+// Pairs whose median colour difference is always the same.
+Pairing pairedWith(double median, const Chart& left, const Chart& right,
+                   PairChoice choice = PairChoice::automatic) {
+    return pairRows(left, right, {choice, "", [=](const std::vector<RowPair>&) { return median; }});
 }
 
 // "0-2 1-0+3": measured row 0 with reference row 2, 1 with the mean of 0 and 3.
@@ -1036,6 +1043,97 @@ TEST(pairing, wholeNumbersOfTwoScales_pairUpToTheirRounding_whichIsNoted) {
     EXPECT_EQ(paired(measured(kRgb, {"0 0 0", "13 0 0", "63 0 0.5", "100 100 100"}), reference(kRgb, bytes))
                   .pairs.size(),
               2U);
+}
+
+TEST(pairing, wholePercentAgainstDecimals_pairsUpToItsRounding_whichIsNoted) {
+    const OwnedChart left =
+        measured(kCmyk, {"67 0 0 0", "0 33 0 0", "100 100 100 100", "33 0 0 0", "0 67 0 0", "0 0 0 0"});
+    const OwnedChart right = reference(
+        kCmyk, {"0 0 0 0", "33.33 0 0 0", "66.67 0 0 0", "0 33.33 0 0", "0 66.67 0 0", "100 100 100 100"});
+    const Pairing pairing = pairedWith(0.5, left, right);
+    EXPECT_EQ(pairsOf(pairing), "0-2 1-3 2-5 3-1 4-4 5-0");
+    ASSERT_EQ(pairing.findings.size(), 1U);
+    EXPECT_THAT(
+        findingsOf(pairing, Kind::ambiguousSamples),
+        ElementsAre("the CMYK values of measured.txt stand in steps of 1 percent, as after rounding, so "
+                    "that they pair within 0.51 percent; within 0.3 percent 2 instead of 6 samples "
+                    "would pair"));
+    EXPECT_THAT(findingsOf(pairedWith(0.5, right, left), Kind::ambiguousSamples),
+                ElementsAre(HasSubstr("the CMYK values of measured.txt stand in steps of 1 percent")));
+    // Colours of another chart.
+    EXPECT_EQ(pairsOf(pairedWith(40, left, right)), "2-5 5-0");
+    EXPECT_EQ(pairsOf(pairedWith(std::nan(""), left, right)), "2-5 5-0");
+    // Nothing tells about colours.
+    EXPECT_EQ(pairsOf(paired(left, right)), "2-5 5-0");
+}
+
+TEST(pairing, roundedValuesOfWhichNonePairsWithinTheTolerance_pairAllTheSame) {
+    const OwnedChart left = measured(kCmyk, {"67 0 0 0", "0 33 0 0", "33 0 0 0", "0 67 0 0"});
+    const OwnedChart right = reference(
+        kCmyk, {"33.33 0 0 0", "66.67 0 0 0", "0 33.33 0 0", "0 66.67 0 0", "0 0 0 0", "100 100 100 100"});
+    EXPECT_EQ(pairsOf(pairedWith(0.5, left, right)), "0-1 1-2 2-0 3-3");
+    EXPECT_THROW(pairedWith(40, left, right), Refusal);
+}
+
+TEST(pairing, decimalsCutOff_pairUpToTheStep_whichIsNoted) {
+    const Rows cut = {"0 0 0 0", "33 0 0 0", "66 0 0 0", "0 66 0 0", "100 0 0 0"};
+    const Rows decimals = {"0 0 0 0", "33.33 0 0 0", "66.67 0 0 0", "0 66.67 0 0", "100 0 0 0"};
+    const Pairing pairing = pairedWith(0.5, measured(kCmyk, cut), reference(kCmyk, decimals));
+    EXPECT_EQ(pairsOf(pairing), "0-0 1-1 2-2 3-3 4-4");
+    EXPECT_THAT(findingsOf(pairing, Kind::ambiguousSamples),
+                ElementsAre(HasSubstr("pair within 1 percent; within 0.3 percent 2 instead of 5 samples")));
+}
+
+TEST(pairing, bytesRoundedAndCutOff_pairWithinOne) {
+    const Rows rounded = {"0 0 0", "64 0 0", "128 0 0", "191 0 0", "255 255 255"};
+    const Rows cut = {"0 0 0", "63 0 0", "127 0 0", "191 0 0", "255 255 255"};
+    const Pairing pairing = pairedWith(0.5, measured(kRgb, rounded), reference(kRgb, cut));
+    EXPECT_EQ(pairsOf(pairing), "0-0 1-1 2-2 3-3 4-4");
+    EXPECT_THAT(findingsOf(pairing, Kind::ambiguousSamples),
+                ElementsAre(AllOf(HasSubstr("RGB values of both files stand in steps of 0.39 percent"),
+                                  HasSubstr("pair within 0.39 percent"))));
+}
+
+TEST(pairing, roundedValueBetweenTwoOthers_isLeftOut) {
+    const Pairing pairing = pairedWith(
+        0.5, measured(kCmyk, {"0 0 0 0", "33 0 0 0", "67 0 0 0", "100 0 0 0", "1 0 0 0"}),
+        reference(kCmyk, {"0 0 0 0", "33.33 0 0 0", "66.67 0 0 0", "100 0 0 0", "0.6 0 0 0", "1.4 0 0 0"}));
+    EXPECT_EQ(pairsOf(pairing), "0-0 1-1 2-2 3-3");
+    EXPECT_THAT(
+        findingsOf(pairing, Kind::ambiguousSamples),
+        Contains("!1 sample of measured.txt, row 5 (CMYK 1 0 0 0), lies about as near to one device value "
+                 "as to another; left out"));
+}
+
+TEST(pairing, valuesThatRoundingDoesNotExplain_doNotPairBeyondTheTolerance) {
+    const Rows thirds = {"0 0 0 0", "33.33 0 0 0", "66.67 0 0 0", "0 33.33 0 0", "100 0 0 0"};
+    const auto pairsWith = [&](const Rows& rows) {
+        return pairsOf(pairedWith(0.5, measured(kCmyk, rows), reference(kCmyk, thirds)));
+    };
+    // Decimals show that nothing was rounded to whole percent.
+    EXPECT_EQ(pairsWith({"0 0 0 0", "33 0 0 0", "67 0 0 0", "0 33 0 0", "100 0.01 0 0"}), "0-0 4-4");
+    // Most samples are others.
+    EXPECT_EQ(pairsWith({"0 0 0 0", "33 0 0 0", "40 0 0 0", "0 50 0 0", "100 0 0 0", "70 0 0 0"}), "0-0 4-4");
+    // Steps of a tenth of the scale are exact.
+    EXPECT_EQ(pairsWith({"0 0 0 0", "0.3 0 0 0", "0.7 0 0 0", "0 0.3 0 0", "1 0 0 0"}), "0-0 4-4");
+}
+
+TEST(pairing, equalValuesOnNoKnownScale_pair_whichIsNoted) {
+    const OwnedChart left = measured(kRgb, {"0 0 940", "64 64 64", "64 502 64", "800 64 64"});
+    const OwnedChart right =
+        reference(kRgb, {"64 64 64", "940 940 940", "800 64 64", "64 502 64", "0 0 940", "1 2 3"});
+    const Pairing pairing = pairedWith(0.5, left, right);
+    EXPECT_EQ(pairing.rule, PairRule::deviceValues);
+    EXPECT_EQ(pairsOf(pairing), "0-4 1-0 2-3 3-2");
+    EXPECT_THAT(
+        findingsOf(pairing, Kind::deviceScale),
+        ElementsAre("the RGB values of measured.txt and reference.txt are on no known scale (the largest "
+                    "is 940), but equal, so that the samples are paired by equal values"));
+    EXPECT_THROW(pairedWith(40, left, right), Refusal);
+    EXPECT_THROW(pairedWith(std::nan(""), left, right), Refusal);
+    EXPECT_THROW(paired(left, right), Refusal);
+    EXPECT_THROW(pairedWith(0.5, measured(kRgb, {"0 0 940", "64 64 64", "64 502 64", "800 64 65"}), right),
+                 Refusal);
 }
 
 constexpr const char* kHighlights255[] = {"0 0 0 0", "51 0 0 0", "0 51 0 0", "26 26 26 0", "13 13 13 0"};
