@@ -4,9 +4,11 @@
 #include <iterator>
 #include <optional>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "platform/utility.h"
+#include "qc/count_text.h"
 #include "qc/device_values.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
@@ -17,11 +19,15 @@ namespace qxcms::qc {
 namespace {
 
 using Texts = std::vector<std::string>;
+using TextSet = std::unordered_set<std::string>;
 using RowOfText = std::unordered_map<std::string, int>;
 
 constexpr const char* kKnownIdentifiers = "SampleID, SAMPLE_ID, SAMPLE_NAME or SAMPLE_LOC";
 // One name may stand in two columns by chance.
 constexpr std::size_t kFewestAcross = 2;
+// Names of a file are those of samples where no more than one row of so many shares its name with another
+// one.
+constexpr std::size_t kFewDoubled = 10;
 
 Texts textsOf(const Chart& chart, int column) {
     Texts texts;
@@ -386,9 +392,98 @@ Pairing pairAcross(const Chart& measured, const Chart& reference) {
     return pairing;
 }
 
+// The texts that stand in several rows, in their plainest form.
+void addDoubled(const Texts& texts, TextSet& doubled) {
+    TextSet known;
+    for (const std::string& text : texts)
+        if (!known.insert(text).second)
+            doubled.insert(joinedText(text));
+}
+
+// The rows whose texts, compared in the plainest form, are none of these.
+std::vector<int> rowsWithout(const TextSet& doubled, const Texts& texts) {
+    std::vector<int> rows;
+    for (std::size_t row = 0; row < texts.size(); ++row)
+        if (doubled.count(joinedText(texts[row])) == 0)
+            rows.push_back(static_cast<int>(row));
+    return rows;
+}
+
+Texts textsIn(const std::vector<int>& rows, const Texts& texts) {
+    Texts result;
+    result.reserve(rows.size());
+    for (const int row : rows)
+        result.push_back(texts[static_cast<std::size_t>(row)]);
+    return result;
+}
+
+bool hasEmpty(const Texts& texts) {
+    return std::any_of(texts.begin(), texts.end(), [](const std::string& text) { return text.empty(); });
+}
+
+bool areFew(std::size_t left, std::size_t rows) {
+    return kFewDoubled * left <= rows;
+}
+
+// The first text that stands in several rows, and in which.
+std::string firstDoubled(const Chart& measured, const Texts& ours, const Chart& reference,
+                         const Texts& theirs, const char* name) {
+    const std::string problem = uselessness(measured, name, ours);
+    return problem.empty() ? uselessness(reference, name, theirs) : problem;
+}
+
+// By the texts that are unique on both sides where few are not; without pairs where many are, or where too
+// few samples pair.
+Pairing pairByUnique(const char* name, const Chart& measured, const Chart& reference) {
+    Pairing pairing{PairRule::identifiers, name, {}, 0, 0, {}};
+    const Texts ours = textsOf(measured, columnNamed(measured, name));
+    const Texts theirs = textsOf(reference, columnNamed(reference, name));
+    TextSet doubled;
+    addDoubled(ours, doubled);
+    addDoubled(theirs, doubled);
+    const std::vector<int> ourRows = rowsWithout(doubled, ours);
+    const std::vector<int> theirRows = rowsWithout(doubled, theirs);
+    const std::size_t left = ours.size() - ourRows.size();
+    if (doubled.empty() || hasEmpty(ours) || hasEmpty(theirs) || !areFew(left, ours.size()) ||
+        !areFew(theirs.size() - theirRows.size(), theirs.size()))
+        return pairing;
+    Agreement agreement = agreementOf(textsIn(ourRows, ours), textsIn(theirRows, theirs));
+    if (!areMost(agreement.pairs.size(), measured, reference))
+        return pairing;
+    for (const RowPair& pair : agreement.pairs)
+        pairing.pairs.push_back({ourRows[static_cast<std::size_t>(pair.measured)],
+                                 {theirRows[static_cast<std::size_t>(pair.reference.front())]}});
+    pairing.isUnconfirmed = true;
+    pairing.findings.push_back(
+        {left > 0 ? Finding::Severity::warning : Finding::Severity::note, Finding::Kind::ambiguousSamples,
+         firstDoubled(measured, ours, reference, theirs, name) + "; rows whose " + name +
+             " is not unique in both files (" + countText(left) + " of " + countText(ours.size()) + " in " +
+             printable(measured.name) + ", " + countText(theirs.size() - theirRows.size()) + " of " +
+             countText(theirs.size()) + " in " + printable(reference.name) +
+             ") are left out, give each a name of its own to have them compared"});
+    addSpelling(name, agreement.manner, ours, theirs, pairing);
+    addUnused(name, measured, reference, ours, pairing);
+    return pairing;
+}
+
 bool isIdentifier(const std::string& name) {
     return std::any_of(std::begin(kIdentifiers), std::end(kIdentifiers),
                        [&](const char* known) { return strcmp_ci(known, name.c_str()) == 0; });
+}
+
+// What was found, which pairs nothing; else by the unique ones of the first identifier that is nearly unique.
+IdentifierPairing orByUnique(IdentifierPairing found, const std::string& only, const Chart& measured,
+                             const Chart& reference) {
+    for (const char* name : kIdentifiers) {
+        if ((!only.empty() && strcmp_ci(only.c_str(), name) != 0) || columnNamed(measured, name) < 0 ||
+            columnNamed(reference, name) < 0)
+            continue;
+        Pairing pairing = pairByUnique(name, measured, reference);
+        if (!pairing.pairs.empty())
+            return {std::move(pairing), "",
+                    found.problem + "; the colours of rows whose " + name + " is unique differ"};
+    }
+    return found;
 }
 
 } // namespace
@@ -415,8 +510,10 @@ IdentifierPairing pairByIdentifier(const Chart& measured, const Chart& reference
         result.problem = only.empty()
                              ? "the files share no identifier (" + std::string(kKnownIdentifiers) + ")"
                              : "the files do not both have " + only;
-    if (!result.pairing.pairs.empty() || !only.empty())
+    if (!result.pairing.pairs.empty())
         return result;
+    if (!only.empty())
+        return orByUnique(std::move(result), only, measured, reference);
     Pairing across = pairAcross(measured, reference);
     if (!across.pairs.empty()) {
         const std::string doubt =
@@ -426,7 +523,7 @@ IdentifierPairing pairByIdentifier(const Chart& measured, const Chart& reference
     const std::string problem = problemAcross(measured, reference);
     if (!problem.empty())
         result.problem += "; " + problem;
-    return result;
+    return orByUnique(std::move(result), only, measured, reference);
 }
 
 bool onlyCountsRows(const Chart& measured, const Chart& reference, const std::string& identifier) {

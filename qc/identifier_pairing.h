@@ -15,12 +15,14 @@ inline constexpr const char* kIdentifiers[] = {"SampleID", "SAMPLE_ID", "SAMPLE_
 struct IdentifierPairing {
     Pairing pairing;     ///< without pairs where they do not
     std::string problem; ///< then: why, as a clause
-    std::string doubt; ///< where two columns of different names pair: the problem if colours contradict them
+    std::string doubt;   ///< where two columns of different names pair, or unique texts beside others: the
+                       ///< problem if colours contradict them
 };
 
 /// By the first of kIdentifiers that both charts have, that is unique and not empty on both sides, and that
 /// pairs any row; else, with a warning, by one of the measured chart that holds the names in another one of
-/// the reference. By one column alone where its name is not empty. Texts compare as pairRows says.
+/// the reference; else, where few texts of a column are not unique, by the others, which a finding tells. By
+/// one column alone where its name is not empty. Texts compare as pairRows says.
 /// @throws Refusal (usage) for a name that is none of kIdentifiers.
 IdentifierPairing pairByIdentifier(const Chart& measured, const Chart& reference,
                                    const std::string& only = "");

@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/number_text.h"
 #include "qc/count_text.h"
 #include "qc/device_pairing.h"
 #include "qc/identifier_pairing.h"
@@ -24,6 +25,10 @@ using Channels = std::optional<DeviceChannels>;
 // median difference by these is no larger than this.
 constexpr std::size_t kNearlyNothing = 10;
 constexpr double kOneChart = 10.0;
+// Names go before numbers that only count the rows where the median difference by these is above this and
+// that by the names below this part of it.
+constexpr double kClearDifference = 3.0;
+constexpr double kVeryMuchSmaller = 0.25;
 
 constexpr const char* kNoSharedChannels = "the files do not hold the same device values (CMYK, PC, n-colour, "
                                           "SPOT or RGB columns, every channel once)";
@@ -175,6 +180,27 @@ std::optional<Pairing> byIdentifierOfOneChart(const Chart& measured, const Chart
     return std::nullopt;
 }
 
+// The identifier that names the samples where the one that was found only counts the rows and colours clearly
+// contradict it.
+std::optional<Pairing> byNames(const Chart& measured, const Chart& reference, const Pairing& counted,
+                               const MedianOf& medianOf) {
+    if (!medianOf || !onlyCountsRows(measured, reference, counted.by))
+        return std::nullopt;
+    std::optional<Pairing> named = byIdentifierOfOneChart(measured, reference, medianOf);
+    if (!named)
+        return std::nullopt;
+    const double median = medianOf(counted.pairs);
+    const double medianOfNames = medianOf(named->pairs);
+    if (!(median > kClearDifference && medianOfNames < median * kVeryMuchSmaller))
+        return std::nullopt;
+    named->findings.push_back(
+        {Finding::Severity::note, Finding::Kind::otherPairing,
+         counted.by + " only counts the rows of both files, so that they are paired by " + named->by +
+             ", with a median difference of " + detail::generalText(medianOfNames, 3) + " instead of " +
+             detail::generalText(median, 3)});
+    return named;
+}
+
 // Device values that pair nearly nothing, such as the readings of a scanner, are no names of samples.
 Pairing byTellingDeviceValues(const Chart& measured, const Chart& reference, const DeviceChannels& channels,
                               const MedianOf& medianOf) {
@@ -232,7 +258,8 @@ Pairing byWhatThereIs(const Chart& measured, const Chart& reference, const Chann
     if (!found.problem.empty())
         throw notComparable("nothing tells which rows belong together: " + std::string(kNoSharedChannels) +
                             ", and " + found.problem + remedy(measured, reference));
-    Pairing pairing = std::move(found.pairing);
+    std::optional<Pairing> named = byNames(measured, reference, found.pairing, medianOf);
+    Pairing pairing = std::move(named ? *named : found.pairing);
     if (useless)
         pairing.findings.push_back(*useless);
     else

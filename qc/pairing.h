@@ -45,14 +45,16 @@ struct PairOptions {
 /// numbers, texts compare as numbers ("1" and "001"); else without regard to letter case and leading zeros
 /// ("A1" and "a01"), and without blanks, "_" and "-" where that pairs more ("A 1" and "A-1"), or exactly
 /// where they are unique only so. Where none of them pairs, an identifier of the measured chart does that
-/// holds the texts of another one of the reference, which a warning tells. PairChoice::order
+/// holds the texts of another one of the reference, which a warning tells. Where texts of one row in ten or
+/// fewer are not unique, the others pair, with colours of one chart, which a finding tells. PairChoice::order
 /// takes row by row and needs as many rows on both sides.
 ///
 /// PairChoice::automatic takes identifiers, if it can, also where the device values are the same on every row
 /// of both charts, where one of them holds several samples of RGB 0 0 0 alone (columns never filled in), and,
 /// with a warning, where one of them is on no known scale and not equal on both sides, or where the device
 /// values pair nearly nothing, but an identifier that does not only count rows pairs all samples with colours
-/// of one chart. Where device values contradict identifiers, or one of
+/// of one chart. An identifier that only counts the rows of both charts gives way to one that does not, pairs
+/// all samples, and whose colours agree far better. Where device values contradict identifiers, or one of
 /// these the order, a finding says so; also where they are of two kinds and can say nothing.
 /// @throws Refusal (usage) for an identifier that is none of these, or that stands beside another rule;
 /// (notComparable) where the rule cannot be used or pairs no row, naming why and what to do;

@@ -867,6 +867,95 @@ TEST(pairing, doubledIdentifiers_areRefusedWithTheirRows) {
     }
 }
 
+// n0x to n18x, and n0x once more.
+Rows namesOfWhichOneIsDoubled() {
+    Rows names;
+    for (int i = 0; i < 19; ++i)
+        names.push_back("n" + std::to_string(i) + "x");
+    names.push_back("n0x");
+    return names;
+}
+
+TEST(pairing, doubledIdentifierAmongMany_isLeftOut_whichIsTold) {
+    const Rows names = namesOfWhichOneIsDoubled();
+    const OwnedChart many = reference("SAMPLE_NAME", names);
+    const Pairing some = pairedWith(2, measured("SAMPLE_NAME", {"n3x", "n18x", "n1x"}), many);
+    EXPECT_EQ(pairsOf(some), "0-3 1-18 2-1");
+    EXPECT_THAT(
+        findingsOf(some, Kind::ambiguousSamples),
+        ElementsAre("SAMPLE_NAME \"n0x\" stands in rows 1 and 20 of reference.txt; rows whose SAMPLE_NAME "
+                    "is not unique in both files (0 of 3 in measured.txt, 2 of 20 in reference.txt) are "
+                    "left out, give each a name of its own to have them compared"));
+    const Pairing both = pairedWith(2, measured("SAMPLE_NAME", names), many);
+    EXPECT_EQ(both.pairs.size(), 18U);
+    EXPECT_EQ(both.pairs.front().measured, 1);
+    EXPECT_EQ(both.unusedMeasured, 2);
+    EXPECT_EQ(both.unusedReference, 2);
+    EXPECT_TRUE(both.isUnconfirmed);
+    EXPECT_THAT(findingsOf(both, Kind::ambiguousSamples),
+                ElementsAre(HasSubstr("!SAMPLE_NAME \"n0x\" stands in rows 1 and 20 of measured.txt")));
+    EXPECT_EQ(pairedWith(2, measured("SAMPLE_NAME", names), many, PairChoice::identifiers).pairs.size(), 18U);
+    EXPECT_EQ(pairRows(measured("SAMPLE_NAME", names), many, {PairChoice::automatic, "SAMPLE_NAME", {}})
+                  .pairs.size(),
+              18U);
+}
+
+TEST(pairing, doubledIdentifierInAnotherSpelling_isLeftOutToo) {
+    Rows names = namesOfWhichOneIsDoubled();
+    names.push_back("N0X");
+    for (const char* const further : {"a", "b", "c", "d", "e", "f", "g", "h", "i"})
+        names.push_back(further);
+    EXPECT_EQ(pairsOf(pairedWith(2,
+                                 measured("SAMPLE_NAME", {"n0x", "n1x", "n2x", "n3x", "n4x", "n5x", "n6x",
+                                                          "n7x", "n8x", "n9x"}),
+                                 reference("SAMPLE_NAME", names))),
+              "1-1 2-2 3-3 4-4 5-5 6-6 7-7 8-8 9-9");
+}
+
+TEST(pairing, doubledIdentifiersOfOtherColoursOrInGreatNumber_areRefused) {
+    Rows names = namesOfWhichOneIsDoubled();
+    const OwnedChart few = measured("SAMPLE_NAME", {"n3x", "n18x", "n1x"});
+    EXPECT_THROW(pairedWith(40, few, reference("SAMPLE_NAME", names)), Refusal);
+    names.push_back(names.back());
+    EXPECT_THROW(pairedWith(2, few, reference("SAMPLE_NAME", names)), Refusal);
+    names = namesOfWhichOneIsDoubled();
+    names.push_back("\"\"");
+    EXPECT_THROW(pairedWith(2, few, reference("SAMPLE_NAME", names)), Refusal);
+    // Most names of the smaller file must pair.
+    EXPECT_THROW(pairedWith(2, measured("SAMPLE_NAME", {"n3x", "y", "z"}),
+                            reference("SAMPLE_NAME", namesOfWhichOneIsDoubled())),
+                 Refusal);
+}
+
+// At a median of `named` where the first sample is paired by its name, else of `counted`.
+Pairing pairedByColours(double counted, double named, const char* const second,
+                        PairChoice choice = PairChoice::automatic) {
+    const char* const fields = "SAMPLE_ID SAMPLE_NAME";
+    return pairRows(measured(fields, {"1 a", std::string(second) + " b"}),
+                    reference(fields, {"1 c", "2 b", "3 a"}),
+                    {choice, "", [=](const std::vector<RowPair>& pairs) {
+                         return pairs.front().reference.front() == 0 ? counted : named;
+                     }});
+}
+
+TEST(pairing, numbersThatCountTheRows_giveWayToNamesOfFarNearerColours_whichIsNoted) {
+    const Pairing pairing = pairedByColours(30, 0.5, "2");
+    EXPECT_EQ(pairing.by, "SAMPLE_NAME");
+    EXPECT_EQ(pairsOf(pairing), "0-2 1-1");
+    EXPECT_THAT(findingsOf(pairing, Kind::otherPairing),
+                ElementsAre("SAMPLE_ID only counts the rows of both files, so that they are paired by "
+                            "SAMPLE_NAME, with a median difference of 0.5 instead of 30"));
+    EXPECT_EQ(pairedByColours(2.9, 0.5, "2").by, "SAMPLE_ID");
+    EXPECT_EQ(pairedByColours(std::nan(""), std::nan(""), "2").by, "SAMPLE_ID");
+    EXPECT_EQ(pairedByColours(30, 8, "2").by, "SAMPLE_ID");
+    EXPECT_EQ(pairedByColours(60, 11, "2").by, "SAMPLE_ID");
+    EXPECT_EQ(pairedByColours(30, 0.5, "2", PairChoice::identifiers).by, "SAMPLE_ID");
+}
+
+TEST(pairing, numbersThatNameSamples_goBeforeNames) {
+    EXPECT_EQ(pairedByColours(30, 0.5, "3").by, "SAMPLE_ID");
+}
+
 TEST(pairing, emptyIdentifiers_areRefusedWithTheirRow) {
     const Rows rows = {"a 1", "\"\" 2"};
     EXPECT_THAT(refusalOf(measured("SAMPLE_ID LAB_L", rows), reference("SAMPLE_ID LAB_L", rows)).message,
