@@ -12,6 +12,7 @@
 namespace qxcms::tests {
 namespace {
 
+using testing::AllOf;
 using testing::AnyOf;
 using testing::ContainsRegex;
 using testing::HasSubstr;
@@ -563,12 +564,34 @@ TEST_F(mixedCharts, differentCountsPairedByOrder_areRefusedOrWarnedAbout) {
     expectRefusalOrWarning({measured, printedLabs("r.txt"), "--pair", "order"}, "21.*25|25.*21|unused");
 }
 
-TEST_F(mixedCharts, doubledNames_areRefused) {
+TEST_F(mixedCharts, doubledName_isLeftOutWithAWarningThatNamesItsRows) {
     std::vector<std::string> rows = named(valuesOf(smallChart(), labColumns));
     rows[6].replace(0, 2, "A3");
     const std::string measured = chart("m.txt", kNamedLab, rows, kUsualConditions);
-    expectRefusal({measured, labs("r.txt", kUsualConditions)}, 4, "A3|SAMPLE_ID");
-    expectRefusal({measured, labs("r.txt", kUsualConditions), "--pair", "id"}, 4, "A3|SAMPLE_ID");
+    const std::string reference = labs("r.txt", kUsualConditions);
+    const std::string told =
+        "SAMPLE_ID \"A3\" stands in rows 3 and 7 of .*m\\.txt.*2 of 25 in .*m\\.txt.*left out";
+    for (const Arguments& arguments :
+         {Arguments{measured, reference}, Arguments{measured, reference, "--pair", "id"},
+          Arguments{reference, measured}}) {
+        const nlohmann::json report = expectWarning(arguments, told);
+        EXPECT_EQ(report["statistics"]["count"], 23);
+        EXPECT_LT(report["statistics"]["maximum"], 1e-6);
+        for (const nlohmann::json& patch : report["patches"])
+            EXPECT_THAT(patch.at("name"), AllOf(Not("A3"), Not("A7")));
+    }
+}
+
+// Six of 25 rows share their name with another one.
+TEST_F(mixedCharts, manyDoubledNames_areRefused) {
+    std::vector<std::string> rows = named(valuesOf(smallChart(), labColumns));
+    for (const std::size_t row : {1U, 3U, 5U})
+        rows[row].replace(0, 2, rows[row - 1], 0, 2);
+    const std::string measured = chart("m.txt", kNamedLab, rows, kUsualConditions);
+    const std::string reference = labs("r.txt", kUsualConditions);
+    const std::string told = "SAMPLE_ID \"A1\" stands in rows 1 and 2 of .*m\\.txt";
+    expectRefusal({measured, reference}, 4, told);
+    expectRefusal({measured, reference, "--pair", "id"}, 4, told);
 }
 
 TEST_F(mixedCharts, partOfTheNames_isPairedAndTheRestTold) {
