@@ -1,13 +1,15 @@
 #include "qc/device_pairing.h"
 
 #include <algorithm>
-#include <cmath>
+#include <cstddef>
 #include <cstdlib>
-#include <numeric>
+#include <string>
 #include <utility>
 
 #include "base/number_text.h"
 #include "qc/count_text.h"
+#include "qc/device_reading.h"
+#include "qc/ink_order.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
 #include "qc/unused_samples.h"
@@ -15,401 +17,6 @@
 namespace qxcms::qc {
 
 namespace {
-
-// In percent. Whole numbers on two scales are rounded on each, by half a unit.
-double toleranceOf(const DeviceValues& measured, const DeviceValues& reference, const DeviceRanges& ranges) {
-    if (ranges.measured == ranges.reference || std::min(ranges.measured, ranges.reference) <= 1 ||
-        !measured.areWhole() || !reference.areWhole())
-        return kDeviceTolerance;
-    return std::max(kDeviceTolerance, 50.0 / ranges.measured + 50.0 / ranges.reference);
-}
-
-// On the grid.
-Coordinate onGrid(double percent) {
-    return static_cast<Coordinate>(std::lround(percent * kUnitsPerPercent));
-}
-
-// The rows of one chart by their device values.
-struct Groups {
-    PointSet points;                    // every device value once, ascending
-    std::vector<std::vector<int>> rows; // of each, ascending
-};
-
-Groups grouped(const DeviceValues& values, double range) {
-    const PointSet points = onGrid(values, range);
-    const std::size_t width = points.dimensions;
-    const auto pointOf = [&](int row) { return points.point(static_cast<std::size_t>(row)); };
-    std::vector<int> order(points.size());
-    std::iota(order.begin(), order.end(), 0);
-    order.erase(std::remove_if(order.begin(), order.end(),
-                               [&](int row) { return !values.fits(static_cast<std::size_t>(row), range); }),
-                order.end());
-    std::stable_sort(order.begin(), order.end(), [&](int left, int right) {
-        return std::lexicographical_compare(pointOf(left), pointOf(left) + width, pointOf(right),
-                                            pointOf(right) + width);
-    });
-    Groups groups{{width, {}}, {}};
-    for (const int row : order) {
-        const Coordinate* point = pointOf(row);
-        if (groups.rows.empty() ||
-            !std::equal(point, point + width, groups.points.point(groups.rows.size() - 1))) {
-            groups.points.coordinates.insert(groups.points.coordinates.end(), point, point + width);
-            groups.rows.emplace_back();
-        }
-        groups.rows.back().push_back(row);
-    }
-    return groups;
-}
-
-// What became of a measured device value.
-enum class Outcome {
-    paired,
-    alone,  // no reference value lies within the tolerance
-    atATie, // two lie equally near, or it and another measured one to the same
-    outdone // another measured one lies nearer to its reference value
-};
-
-struct Counterpart {
-    Outcome outcome;
-    std::size_t reference; // the group, when paired
-};
-
-// The group of exactly this device value; the number of groups when there is none.
-std::size_t groupOf(const Coordinate* point, const Groups& groups) {
-    const std::size_t width = groups.points.dimensions;
-    std::size_t begin = 0;
-    std::size_t end = groups.rows.size();
-    while (begin < end) {
-        const std::size_t middle = begin + (end - begin) / 2;
-        const Coordinate* other = groups.points.point(middle);
-        if (std::lexicographical_compare(other, other + width, point, point + width))
-            begin = middle + 1;
-        else
-            end = middle;
-    }
-    const bool found =
-        begin < groups.rows.size() && std::equal(point, point + width, groups.points.point(begin));
-    return found ? begin : groups.rows.size();
-}
-
-// Two device values belong together when each is the other's only nearest one, as equal ones are.
-std::vector<Counterpart> counterparts(const Groups& measured, const Groups& reference, Coordinate tolerance) {
-    const PointIndex measuredIndex(measured.points);
-    const PointIndex referenceIndex(reference.points);
-    std::vector<Counterpart> result;
-    result.reserve(measured.rows.size());
-    for (std::size_t group = 0; group < measured.rows.size(); ++group) {
-        const std::size_t equal = groupOf(measured.points.point(group), reference);
-        if (equal < reference.rows.size()) {
-            result.push_back({Outcome::paired, equal});
-            continue;
-        }
-        const NearestPoint there = referenceIndex.nearest(measured.points.point(group), tolerance);
-        Counterpart counterpart{Outcome::alone, 0};
-        if (there.point >= 0) {
-            counterpart.reference = static_cast<std::size_t>(there.point);
-            const NearestPoint back =
-                measuredIndex.nearest(reference.points.point(counterpart.reference), there.distance);
-            counterpart.outcome = back.distance < there.distance ? Outcome::outdone
-                                  : there.unique && back.unique  ? Outcome::paired
-                                                                 : Outcome::atATie;
-        }
-        result.push_back(counterpart);
-    }
-    return result;
-}
-
-// Measured rows that share a fate.
-struct Rows {
-    int count = 0;
-    int first = -1;
-
-    void add(const std::vector<int>& rows) {
-        first = count == 0 ? rows.front() : std::min(first, rows.front());
-        count += static_cast<int>(rows.size());
-    }
-};
-
-struct Matching {
-    DeviceRanges ranges;
-    double tolerance = kDeviceTolerance; // in percent
-    std::vector<RowPair> pairs;
-    int usedReference = 0;
-    int aside = 0; // measured rows that take no part
-    Rows alone;
-    Rows atATie;
-    Rows outdone;
-    Rows againstMean;
-    Rows inTheirOrder;
-    Rows againstOne;
-    Rows offScale;
-    Rows referenceOffScale;
-
-    int unusedMeasured() const { return aside + alone.count + atATie.count + outdone.count + offScale.count; }
-    bool isOfUnequalRepeats() const { return againstMean.count > 0 || againstOne.count > 0; }
-};
-
-// Rows of equal device values pair first with first, or each with all.
-void addPairs(const std::vector<int>& measured, const std::vector<int>& reference, Matching& matching) {
-    const bool oneByOne = measured.size() == reference.size();
-    for (std::size_t i = 0; i < measured.size(); ++i)
-        matching.pairs.push_back({measured[i], oneByOne ? std::vector<int>{reference[i]} : reference});
-    matching.usedReference += static_cast<int>(reference.size());
-    if (!oneByOne)
-        (reference.size() > 1 ? matching.againstMean : matching.againstOne).add(measured);
-    else if (measured.size() > 1)
-        matching.inTheirOrder.add(measured);
-}
-
-Rows rowsOff(const DeviceValues& values, double range) {
-    Rows rows;
-    for (std::size_t row = 0; row < values.rows(); ++row)
-        if (values.takesPart(row) && !values.fits(row, range))
-            rows.add({static_cast<int>(row)});
-    return rows;
-}
-
-Matching match(const DeviceValues& measured, const DeviceValues& reference, const DeviceRanges& ranges,
-               double tolerance) {
-    const Groups ours = grouped(measured, ranges.measured);
-    const Groups theirs = grouped(reference, ranges.reference);
-    Matching matching;
-    matching.ranges = ranges;
-    matching.tolerance = tolerance;
-    matching.aside = static_cast<int>(measured.rows() - measured.rowsThatTakePart());
-    const std::vector<Counterpart> found = counterparts(ours, theirs, onGrid(matching.tolerance));
-    matching.offScale = rowsOff(measured, ranges.measured);
-    matching.referenceOffScale = rowsOff(reference, ranges.reference);
-    for (std::size_t group = 0; group < found.size(); ++group) {
-        const std::vector<int>& rows = ours.rows[group];
-        switch (found[group].outcome) {
-        case Outcome::paired:
-            addPairs(rows, theirs.rows[found[group].reference], matching);
-            break;
-        case Outcome::alone:
-            matching.alone.add(rows);
-            break;
-        case Outcome::atATie:
-            matching.atATie.add(rows);
-            break;
-        case Outcome::outdone:
-            matching.outdone.add(rows);
-            break;
-        }
-    }
-    std::sort(matching.pairs.begin(), matching.pairs.end(),
-              [](const RowPair& left, const RowPair& right) { return left.measured < right.measured; });
-    return matching;
-}
-
-Matching match(const DeviceValues& measured, const DeviceValues& reference, const DeviceRanges& ranges) {
-    return match(measured, reference, ranges, toleranceOf(measured, reference, ranges));
-}
-
-// Colours tell which of two readings is right where the median difference of one is above this ...
-constexpr double kTellingDifference = 1.0;
-// ... and that of the other below this part of it. One that pairs fewer rows must show it by more.
-constexpr double kMuchSmaller = 0.5;
-constexpr double kClearDifference = 3.0;
-constexpr double kVeryMuchSmaller = 0.25;
-// Scales that pair no more than one row of so many may be others ...
-constexpr std::size_t kNearlyNothing = 5;
-// ... if the smaller chart has so many rows, and the colours of the pairs differ by no more than this.
-constexpr std::size_t kFewestOfScale = 4;
-constexpr double kOneChart = 10.0;
-// Values on no known scale are those of one where no more than one row of so many lacks an equal one.
-constexpr std::size_t kNearlyAll = 10;
-
-bool haveEqualPairs(const Matching& left, const Matching& right) {
-    return std::equal(left.pairs.begin(), left.pairs.end(), right.pairs.begin(), right.pairs.end(),
-                      [](const RowPair& one, const RowPair& other) {
-                          return one.measured == other.measured && one.reference == other.reference;
-                      });
-}
-
-// How the scales are read, and how certain that is.
-struct Reading {
-    Matching matching;
-    std::optional<DeviceRanges> other; // that pairs other rows, not fewer by half
-    bool byColors = false;             // these ruled it out
-    bool asTheyStand = false;          // equal values, on whatever scale
-    // The pairs within the usual tolerance, where rounding widens it.
-    std::optional<std::size_t> within = std::nullopt;
-};
-
-bool isMuchBetter(double median, double than, double telling, double part) {
-    return than > telling && median < than * part;
-}
-
-// Takes `next` in place of what is read so far where it pairs more rows, or as many of colours that agree
-// better, or not so many of colours that agree far better.
-void weigh(Reading& reading, Matching next, const MedianOf& medianOf) {
-    const std::size_t count = reading.matching.pairs.size();
-    const std::size_t others = next.pairs.size();
-    const bool isMore = others > count;
-    const std::size_t fewer = std::min(count, others);
-    if (2 * fewer < std::max(count, others) || fewer == 0 || haveEqualPairs(reading.matching, next)) {
-        if (isMore)
-            reading = {std::move(next), std::nullopt, false};
-        return;
-    }
-    const bool areEqual = count == others;
-    const double telling = areEqual ? kTellingDifference : kClearDifference;
-    const double part = areEqual ? kMuchSmaller : kVeryMuchSmaller;
-    const double ours = medianOf ? medianOf(reading.matching.pairs) : 0;
-    const double theirs = medianOf ? medianOf(next.pairs) : 0;
-    const bool isBetter = isMuchBetter(theirs, ours, telling, part);
-    const bool isWorse = isMuchBetter(ours, theirs, telling, part);
-    // Where nothing else decides, files of one chart use one scale.
-    const bool isOneScale = areEqual && next.ranges.measured == next.ranges.reference;
-    const bool takesNext = isBetter || ((isMore || isOneScale) && !isWorse);
-    const DeviceRanges other = takesNext ? reading.matching.ranges : next.ranges;
-    const bool isToldOf = areEqual || (takesNext ? isBetter && !isMore : isWorse && isMore);
-    if (takesNext)
-        reading = {std::move(next), std::nullopt, false};
-    if (isToldOf && !reading.other) {
-        reading.other = other;
-        reading.byColors = isBetter || isWorse;
-    }
-}
-
-// The rows without a counterpart on the side that has fewer of them.
-std::size_t rowsLeft(const Matching& matching, const DeviceValues& reference) {
-    const auto theirs = static_cast<int>(reference.rowsThatTakePart()) - matching.usedReference;
-    return static_cast<std::size_t>(
-        std::max(std::min(matching.unusedMeasured() - matching.aside, theirs), 0));
-}
-
-// By which values of one sample may differ that stand in steps, in percent: first where both are rounded,
-// then where those of the larger step are cut off.
-std::vector<double> tolerancesOfSteps(const DeviceValues& measured, const DeviceValues& reference,
-                                      const DeviceRanges& ranges) {
-    const double ours = measured.step(ranges.measured);
-    const double theirs = reference.step(ranges.reference);
-    const double rounded = (ours + theirs) / 2;
-    if (ours == theirs)
-        return {rounded};
-    return {rounded, std::max(ours, theirs) + std::min(ours, theirs) / 2};
-}
-
-// Pairs as far as the steps of the values explain where that leaves out no more than half as many rows.
-void widen(Reading& reading, const DeviceValues& measured, const DeviceValues& reference,
-           const MedianOf& medianOf) {
-    const std::size_t smaller = std::min(measured.rowsThatTakePart(), reference.rowsThatTakePart());
-    if (!medianOf || smaller < kFewestOfScale)
-        return;
-    if (reading.matching.pairs.empty())
-        reading.matching = match(measured, reference, possibleRanges(measured, reference).front());
-    if (rowsLeft(reading.matching, reference) == 0)
-        return;
-    const DeviceRanges ranges = reading.matching.ranges;
-    for (const double tolerance : tolerancesOfSteps(measured, reference, ranges)) {
-        if (tolerance <= reading.matching.tolerance)
-            continue;
-        Matching next = match(measured, reference, ranges, tolerance);
-        const std::size_t left = rowsLeft(next, reference);
-        if (2 * left > rowsLeft(reading.matching, reference) || 2 * left >= smaller ||
-            next.pairs.size() <= reading.matching.pairs.size() || !(medianOf(next.pairs) <= kOneChart))
-            continue;
-        if (!reading.within)
-            reading.within = reading.matching.pairs.size();
-        reading.matching = std::move(next);
-    }
-}
-
-// By equal values, whatever their scale; nothing where these are not those of one chart.
-std::optional<Reading> readAsTheyStand(const DeviceValues& measured, const DeviceValues& reference,
-                                       const MedianOf& medianOf) {
-    const DeviceRanges ranges = commonRange(measured, reference);
-    const std::size_t smaller = std::min(measured.rowsThatTakePart(), reference.rowsThatTakePart());
-    if (!medianOf || !(ranges.measured > 0) || smaller < kFewestOfScale)
-        return std::nullopt;
-    Reading reading;
-    reading.matching = match(measured, reference, ranges, 0);
-    reading.asTheyStand = true;
-    if (kNearlyAll * rowsLeft(reading.matching, reference) > smaller ||
-        !(medianOf(reading.matching.pairs) <= kOneChart))
-        return std::nullopt;
-    return reading;
-}
-
-// By the ranges that pair the most rows; where colours say otherwise, by these.
-Reading bestOfScales(const DeviceValues& measured, const DeviceValues& reference, const MedianOf& medianOf) {
-    Reading best;
-    for (const DeviceRanges& ranges : possibleRanges(measured, reference))
-        weigh(best, match(measured, reference, ranges), medianOf);
-    const std::size_t smaller = std::min(measured.rowsThatTakePart(), reference.rowsThatTakePart());
-    if (kNearlyNothing * best.matching.pairs.size() > smaller || smaller < kFewestOfScale)
-        return best;
-    for (const DeviceRanges& ranges : furtherRanges(measured, reference)) {
-        Matching next = match(measured, reference, ranges);
-        const bool pairsMost =
-            2 * next.pairs.size() > smaller && next.pairs.size() > best.matching.pairs.size();
-        if (pairsMost && medianOf && medianOf(next.pairs) <= kOneChart)
-            best = {std::move(next), std::nullopt, false};
-    }
-    return best;
-}
-
-// Nothing where a side is on no scale and the values of both are not equal.
-std::optional<Reading> bestReading(const DeviceValues& measured, const DeviceValues& reference,
-                                   const MedianOf& medianOf) {
-    if (possibleRanges(measured, reference).empty())
-        return readAsTheyStand(measured, reference, medianOf);
-    Reading best = bestOfScales(measured, reference, medianOf);
-    widen(best, measured, reference, medianOf);
-    return best;
-}
-
-// Where the colours of the pure inks say that the charts number them differently: a pure ink of one chart
-// looks like another one of the other chart.
-class InkOrder {
-public:
-    InkOrder(const DeviceValues& measuredValues, const DeviceValues& referenceValues,
-             const DeviceRanges& ranges)
-        : measured(purest(measuredValues, ranges.measured)),
-          reference(purest(referenceValues, ranges.reference)) {}
-
-    // The channel of the reference that a channel of the measured chart looks like, where it is another one.
-    std::optional<std::size_t> counterpart(std::size_t channel, const MedianOf& medianOf) const {
-        const double own = difference(channel, channel, medianOf);
-        if (!(own > kOneChart))
-            return std::nullopt;
-        for (std::size_t other = 0; other < reference.size(); ++other)
-            if (difference(channel, other, medianOf) < own * kVeryMuchSmaller)
-                return other;
-        return std::nullopt;
-    }
-
-private:
-    // The row of the most of each ink alone; -1 where there is none of at least half.
-    static std::vector<int> purest(const DeviceValues& values, double range) {
-        std::vector<int> rows(values.channels, -1);
-        std::vector<double> most(values.channels, range / 2);
-        for (std::size_t row = 0; row < values.rows(); ++row) {
-            const auto first = values.values.begin() + static_cast<std::ptrdiff_t>(row * values.channels);
-            const auto last = first + static_cast<std::ptrdiff_t>(values.channels);
-            const auto inked = std::find_if(first, last, [](double value) { return value != 0; });
-            const bool isPure =
-                inked != last && std::all_of(inked + 1, last, [](double value) { return value == 0; });
-            const auto channel = static_cast<std::size_t>(inked - first);
-            if (!isPure || !values.fits(row, range) || *inked < most[channel])
-                continue;
-            rows[channel] = static_cast<int>(row);
-            most[channel] = *inked;
-        }
-        return rows;
-    }
-
-    double difference(std::size_t channel, std::size_t other, const MedianOf& medianOf) const {
-        if (measured[channel] < 0 || reference[other] < 0)
-            return std::nan("");
-        return medianOf({{measured[channel], {reference[other]}}});
-    }
-
-    std::vector<int> measured;
-    std::vector<int> reference;
-};
 
 /// Puts what there is to know about a pairing into words.
 class Words {
@@ -432,7 +39,7 @@ public:
     }
 
     // "3 samples of FILE, the first in row 5 (CMYK 40 0 0 0), are", the last word being `one` or `many`.
-    std::string subject(const Rows& rows, const char* one, const char* many) const {
+    std::string subject(const DeviceMatching::Rows& rows, const char* one, const char* many) const {
         const std::string place =
             "row " + std::to_string(rows.first + 1) + " (" + valueOf(rows.first) + "), ";
         if (rows.count == 1)
@@ -446,7 +53,7 @@ public:
                detail::generalText(range, 6);
     }
 
-    void addScales(const Reading& reading, const DeviceValues& referenceValues,
+    void addScales(const DeviceReading& reading, const DeviceValues& referenceValues,
                    std::vector<Finding>& findings) const {
         if (reading.asTheyStand) {
             addEquality(reading.matching, findings);
@@ -469,7 +76,7 @@ public:
     }
 
     // That the tolerance is as wide as the steps of the values.
-    void addSteps(const Reading& reading, const DeviceValues& referenceValues,
+    void addSteps(const DeviceReading& reading, const DeviceValues& referenceValues,
                   std::vector<Finding>& findings) const {
         if (!reading.within)
             return;
@@ -488,9 +95,9 @@ public:
                 " instead of " + countText(reading.matching.pairs.size()) + " samples would pair");
     }
 
-    void addOffScale(const Matching& matching, const DeviceValues& referenceValues,
+    void addOffScale(const DeviceMatching& matching, const DeviceValues& referenceValues,
                      std::vector<Finding>& findings) const {
-        const auto tell = [&](const std::string& file, const Rows& rows, double range,
+        const auto tell = [&](const std::string& file, const DeviceMatching::Rows& rows, double range,
                               const DeviceValues& values) {
             if (rows.count > 0)
                 add(findings, Finding::Severity::warning, Finding::Kind::deviceScale,
@@ -504,9 +111,9 @@ public:
         tell(referenceName, matching.referenceOffScale, matching.ranges.reference, referenceValues);
     }
 
-    void addDoubts(const Reading& reading, const DeviceValues& referenceValues,
+    void addDoubts(const DeviceReading& reading, const DeviceValues& referenceValues,
                    std::vector<Finding>& findings) const {
-        const Matching& matching = reading.matching;
+        const DeviceMatching& matching = reading.matching;
         const auto tell = [&](Finding::Severity severity, const std::string& text) {
             add(findings, severity, Finding::Kind::ambiguousSamples, text);
         };
@@ -545,8 +152,8 @@ public:
     }
 
     // Inks under numbers that colours contradict; CMYK and RGB say what they are.
-    void addInkOrder(const Matching& matching, const DeviceValues& referenceValues, const MedianOf& medianOf,
-                     std::vector<Finding>& findings) const {
+    void addInkOrder(const DeviceMatching& matching, const DeviceValues& referenceValues,
+                     const MedianOf& medianOf, std::vector<Finding>& findings) const {
         if (!medianOf || channels.name == "CMYK" || channels.name == "RGB")
             return;
         const InkOrder order(measuredValues, referenceValues, matching.ranges);
@@ -566,7 +173,7 @@ public:
     }
 
     // Repeated values may hide the samples of what is left out.
-    void addLeftOut(const Matching& matching, std::vector<Finding>& findings) const {
+    void addLeftOut(const DeviceMatching& matching, std::vector<Finding>& findings) const {
         if (channels.leftOut.empty())
             return;
         const bool isDoubtful = channels.isPart() && matching.isOfUnequalRepeats();
@@ -586,7 +193,7 @@ private:
         return chart.rows() > 1 && values.areEqualOnEveryRow();
     }
 
-    void addEquality(const Matching& matching, std::vector<Finding>& findings) const {
+    void addEquality(const DeviceMatching& matching, std::vector<Finding>& findings) const {
         add(findings, Finding::Severity::note, Finding::Kind::deviceScale,
             "the " + channels.name + " values of " + measuredName + " and " + referenceName +
                 " are on no known scale (the largest is " + detail::generalText(matching.ranges.measured, 6) +
@@ -622,22 +229,17 @@ private:
 
 } // namespace
 
-bool canBeRead(const DeviceValues& measured, const DeviceValues& reference, const MedianOf& medianOf) {
-    return !possibleRanges(measured, reference).empty() ||
-           readAsTheyStand(measured, reference, medianOf).has_value();
-}
-
 Pairing pairByDeviceValues(const Chart& measured, const Chart& reference, const DeviceChannels& channels,
                            const MedianOf& medianOf) {
     const auto [ours, theirs] = sharedDeviceValues(measured, reference, channels);
-    std::optional<Reading> read = bestReading(ours, theirs, medianOf);
+    std::optional<DeviceReading> read = bestReading(ours, theirs, medianOf);
     if (!read)
         throw Refusal(
             Refusal::Kind::notComparable,
             strangeValue(measured, reference, channels) +
                 "; correct it, or let --pair id or --pair order pair the rows without device values");
-    Reading& reading = *read;
-    Matching& matching = reading.matching;
+    DeviceReading& reading = *read;
+    DeviceMatching& matching = reading.matching;
     if (matching.pairs.empty())
         throw Refusal(Refusal::Kind::notComparable,
                       "no " + channels.name + " value of " + printable(measured.name) +

@@ -15,10 +15,6 @@ namespace qxcms::qc {
 Pairing pairByDeviceValues(const Chart& measured, const Chart& reference, const DeviceChannels& channels,
                            const MedianOf& medianOf);
 
-/// Whether the device values of two charts are on scales that are known, or, on whatever scale, equal in
-/// nearly all rows of the smaller one whose colours are those of one chart.
-bool canBeRead(const DeviceValues& measured, const DeviceValues& reference, const MedianOf& medianOf);
-
 /// What rows that were paired otherwise hold against it: device values that differ; nothing where they agree
 /// or cannot be used.
 std::optional<Finding> differentDeviceValues(const Chart& measured, const Chart& reference,

@@ -8,6 +8,7 @@
 #include "base/number_text.h"
 #include "qc/count_text.h"
 #include "qc/device_pairing.h"
+#include "qc/device_reading.h"
 #include "qc/identifier_pairing.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
