@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/utility.h"
+#include "qc/characters.h"
 #include "qc/count_text.h"
 #include "qc/device_values.h"
 #include "qc/printable_text.h"
@@ -61,10 +62,6 @@ std::string uselessness(const Chart& chart, const char* name, const Texts& texts
                    printable(chart.name);
     }
     return "";
-}
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
 }
 
 // "1" for "1", "001" and "1.0"; empty for a text that is no whole number.

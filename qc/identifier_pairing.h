@@ -16,7 +16,7 @@ struct IdentifierPairing {
     Pairing pairing;     ///< without pairs where they do not
     std::string problem; ///< then: why, as a clause
     std::string doubt;   ///< where two columns of different names pair, or unique texts beside others: the
-                       ///< problem if colours contradict them
+                         ///< problem if colours contradict them
 };
 
 /// By the first of kIdentifiers that both charts have, that is unique and not empty on both sides, and that

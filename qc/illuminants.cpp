@@ -6,7 +6,8 @@
 
 #include "platform/logical_names.h"
 #include "platform/utility.h"
-#include "qc/condition_words.h"
+#include "qc/characters.h"
+#include "qc/light_words.h"
 #include "qc/nearest_names.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
@@ -16,10 +17,6 @@ namespace qxcms::qc {
 namespace {
 
 constexpr std::string_view kFamily = "CIE Illuminant ";
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 
 // The text with every number in it filled up with zeros, so that texts sort by the value of their numbers.
 std::string naturalKey(const std::string& text) {

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "platform/utility.h"
-#include "qc/condition_words.h"
+#include "qc/light_words.h"
 #include "qc/nearest_names.h"
 #include "qc/printable_text.h"
 #include "qc/refusal.h"
