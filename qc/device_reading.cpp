@@ -21,6 +21,8 @@ constexpr std::size_t kFewestOfScale = 4;
 constexpr double kOneChart = 10.0;
 // Values on no known scale are those of one where no more than one row of so many lacks an equal one.
 constexpr std::size_t kNearlyAll = 10;
+// In percent. Where both sides stand in steps larger than this, values a step apart are those of two samples.
+constexpr double kLargestEqualStep = 0.5;
 
 bool haveEqualPairs(const DeviceMatching& left, const DeviceMatching& right) {
     return std::equal(left.pairs.begin(), left.pairs.end(), right.pairs.begin(), right.pairs.end(),
@@ -80,7 +82,7 @@ std::vector<double> tolerancesOfSteps(const DeviceValues& measured, const Device
     const double theirs = reference.step(ranges.reference);
     const double rounded = (ours + theirs) / 2;
     if (ours == theirs)
-        return {rounded};
+        return ours > kLargestEqualStep ? std::vector<double>() : std::vector<double>{rounded};
     return {rounded, std::max(ours, theirs) + std::min(ours, theirs) / 2};
 }
 

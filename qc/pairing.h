@@ -31,14 +31,14 @@ struct PairOptions {
 /// throughout, or on as many rows as the other chart has, which alone take part then. Where nearly nothing
 /// pairs, another scale is taken that pairs most rows with colours of one chart. Whole numbers on two scales
 /// pair within half a unit of each of them. Values that stand in steps of up to one percent on one side
-/// (whole percent, bytes) pair as far as rounding them, or cutting off decimals, explains where that pairs
-/// most rows, with colours of one chart, and leaves out no more than half as many. Rows with values beyond
-/// the scale of the others are left out. Where two scales pair rows, and neither far more, those whose
-/// colours agree far better are taken; a warning says that both would do where these do not decide. A
-/// measured row belongs to the nearest reference row (largest difference of a channel) where that lies within
-/// kDeviceTolerance, no other reference device value lies as near, and no other measured device value lies as
-/// near to it. Rows of equal device values pair first with first where both sides repeat them as often, else
-/// with the mean of the other side.
+/// (whole percent against decimals, bytes) pair as far as rounding them, or cutting off decimals, explains
+/// where that pairs most rows, with colours of one chart, and leaves out no more than half as many. Rows
+/// with values beyond the scale of the others are left out. Where two scales pair rows, and neither far
+/// more, those whose colours agree far better are taken; a warning says that both would do where these do
+/// not decide. A measured row belongs to the nearest reference row (largest difference of a channel) where
+/// that lies within kDeviceTolerance, no other reference device value lies as near, and no other measured
+/// device value lies as near to it. Rows of equal device values pair first with first where both sides
+/// repeat them as often, else with the mean of the other side.
 ///
 /// The identifier is the first of SampleID, SAMPLE_ID, SAMPLE_NAME, SAMPLE_LOC that both charts have, whose
 /// texts are unique, and not empty, on both sides, and that pairs any row. Where all of them are whole

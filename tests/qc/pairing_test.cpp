@@ -1199,6 +1199,11 @@ TEST(pairing, valuesThatRoundingDoesNotExplain_doNotPairBeyondTheTolerance) {
     const auto pairsWith = [&](const Rows& rows) {
         return pairsOf(pairedWith(0.5, measured(kCmyk, rows), reference(kCmyk, thirds)));
     };
+    // Whole percent on both sides are those of two samples.
+    EXPECT_EQ(
+        pairsOf(pairedWith(0.5, measured(kCmyk, {"0 0 0 0", "33 0 0 0", "66 0 0 0", "0 34 0 0", "100 0 0 0"}),
+                           reference(kCmyk, {"0 0 0 0", "34 0 0 0", "67 0 0 0", "0 33 0 0", "100 0 0 0"}))),
+        "0-0 4-4");
     // Decimals show that nothing was rounded to whole percent.
     EXPECT_EQ(pairsWith({"0 0 0 0", "33 0 0 0", "67 0 0 0", "0 33 0 0", "100 0.01 0 0"}), "0-0 4-4");
     // Most samples are others.
