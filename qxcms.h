@@ -32,3 +32,4 @@
 #include "spectral/tmeasgeom.h"
 #include "spectral/tobserver.h"
 #include "spectral/tspectrum.h"
+#include "support/file_name_escaping.h"

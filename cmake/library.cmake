@@ -100,6 +100,7 @@ add_library(qxcms_objects OBJECT
     colorspace/tcolorspacerepresentation.cpp
     colorspace/tlabspace.cpp
     colorspace/txyzrspace.cpp
+    support/file_name_escaping.cpp
     measurement/colorimetric_measurements.cpp
     measurement/spectral_measurements.cpp
     measurement/tonemeasurement.cpp

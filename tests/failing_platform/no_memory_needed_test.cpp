@@ -16,6 +16,7 @@
 #include "measurement/spectral_measurements.h"
 #include "spectral/tilluminantandobserver.h"
 #include "spectral/tilluminantfactoryholder.h"
+#include "support/file_name_escaping.h"
 #include "tests/failing_platform/allocation_faults.h"
 #include "tests/failing_platform/substitute_platform.h"
 #include "tests/spectral/known_spectra.h"
@@ -525,6 +526,19 @@ TEST_F(noMemoryNeeded, sinkThatListensToRefusalsAlone) {
         void Refused(const TCgatsDiagnostic&) override {}
     } sink;
     expectNoAllocation([&] { sink.Doubted({0, 0, 0, "5%"}); });
+}
+
+TEST_F(noMemoryNeeded, escapes) {
+    const std::string name = std::string(1000, ' ') + ".txt";
+    std::string escaped(3 * name.size() + 1, '#');
+    const char* const suffix = ".txt";
+    expectNoAllocation([&] {
+        EXPECT_EQ(TCMS_EncodeIllegalCharacters(name.c_str(), escaped.data(), " ."), 1);
+        EXPECT_EQ(TCMS_EncodeIllegalCharactersWithoutSuffix(name.c_str(), escaped.data(), " .", 1, &suffix),
+                  1);
+        EXPECT_EQ(TCMS_DecodeIllegalCharacters(escaped.c_str(), escaped.data()), 1);
+    });
+    EXPECT_STREQ(escaped.c_str(), name.c_str());
 }
 
 } // namespace
