@@ -33,3 +33,4 @@
 #include "spectral/tobserver.h"
 #include "spectral/tspectrum.h"
 #include "support/file_name_escaping.h"
+#include "support/qxcms_dp.h"

@@ -101,6 +101,7 @@ add_library(qxcms_objects OBJECT
     colorspace/tlabspace.cpp
     colorspace/txyzrspace.cpp
     support/file_name_escaping.cpp
+    support/qxcms_dp.cpp
     measurement/colorimetric_measurements.cpp
     measurement/spectral_measurements.cpp
     measurement/tonemeasurement.cpp

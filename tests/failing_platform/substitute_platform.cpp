@@ -184,6 +184,10 @@ int deflognam(const char*, const char*) {
 }
 
 int fport(char* out, int size, const char* specification) {
+    if (platform().pathAnswer != 0)
+        return platform().pathAnswer;
+    if (platform().emptiesPaths)
+        specification = "";
     const std::size_t length = std::strlen(specification);
     if (size < 0 || length >= static_cast<std::size_t>(size))
         return -1;

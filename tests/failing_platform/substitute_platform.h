@@ -20,6 +20,8 @@ struct SubstitutePlatform {
     int failingWrite = -1;           ///< the fputm that writes less than asked, counted from 0
     bool losesWritesOnClose = false; ///< close_resolved_file of a written file is not 0
     bool refusesSearches = false;    ///< fsinit gives null
+    int pathAnswer = 0;              ///< of fport, where it is not 0
+    bool emptiesPaths = false;       ///< fport gives an empty path
     bool refusesNames = false;       ///< UTF8ToLocalEncoding answers -1
     bool capitalisesNames = false;   ///< UTF8ToLocalEncoding changes a name to capitals
     bool emptiesNames = false;       ///< UTF8ToLocalEncoding gives an empty name

@@ -1,0 +1,94 @@
+// Data paths when the memory fails anywhere: no other file, and no report.
+#include <filesystem>
+#include <string>
+
+#include <gmock/gmock.h>
+
+#include "platform/logical_names.h"
+#include "support/qxcms_dp.h"
+#include "tests/failing_platform/allocation_faults.h"
+#include "tests/support/reports.h"
+#include "tests/support/scratch.h"
+
+namespace qxcms::tests {
+namespace {
+
+using testing::IsEmpty;
+
+/// A file in both trees.
+class DataPathMemory : public testing::Test {
+protected:
+    void SetUp() override {
+        for (const char* const tree : {"w", "r"}) {
+            std::filesystem::create_directories(folder.path(tree) + "/a longer subdirectory");
+            folder.write(std::string(tree) + "/a longer subdirectory/a longer name.ill", "x");
+        }
+        ASSERT_EQ(deflognam("QX_CMS", folder.path().c_str()), 0);
+    }
+    void TearDown() override { deflognam("QX_CMS", nullptr); }
+
+    /// Asks for the file while the memory fails: the answer of sound memory, or -1.
+    template <class Question>
+    void expectTheAnswerOrNone(const std::string& answer, Question question) {
+        forEveryFailingAllocation([&](AllocationFaults& faults) {
+            ReportCollector reports;
+            char out[QXCMS_LOGNAM_SIZE] = "";
+            faults.arm();
+            const int result = question(out, static_cast<int>(sizeof out));
+            faults.disarm();
+            // What fails may also be something that the C library can do without.
+            EXPECT_TRUE(result == 0 || (result == -1 && faults.happened())) << result;
+            EXPECT_EQ(result == 0 ? out : answer, answer);
+            EXPECT_THAT(reports.errors, IsEmpty());
+        });
+    }
+
+    static constexpr const char* kSubdir = "a longer subdirectory";
+    static constexpr const char* kName = "a longer name";
+
+    ScratchFolder folder;
+    const std::string directory = folder.path("w/a longer subdirectory/");
+    const std::string path = directory + "a longer name.ill";
+    const std::string specification = "QX_CMS:[w.a longer subdirectory]a longer name.ill";
+    char name[QXCMS_LOGNAM_SIZE] = "";
+};
+
+using dataPathMemory = DataPathMemory;
+
+TEST_F(dataPathMemory, specificationWithoutMemory_isNone) {
+    expectTheAnswerOrNone(specification, [](char* out, int size) {
+        return qxcms_dp_gpp(out, size, kSubdir, kName, "ill", "w");
+    });
+}
+
+TEST_F(dataPathMemory, pathWithoutMemory_isNone) {
+    expectTheAnswerOrNone(
+        path, [](char* out, int size) { return qxcms_dp_gp(out, size, kSubdir, kName, "ill", "w"); });
+    expectTheAnswerOrNone(directory, [this](char* out, int size) {
+        return qxcms_dp_gp_path(out, name, size, kSubdir, kName, "ill", "w");
+    });
+}
+
+TEST_F(dataPathMemory, searchWithoutMemory_doesNotFindTheFileOfTheOtherTree) {
+    expectTheAnswerOrNone(path,
+                          [](char* out, int size) { return qxcms_dp_sf(out, size, kSubdir, kName, "ill"); });
+    expectTheAnswerOrNone(
+        path, [](char* out, int size) { return qxcms_dp_sfd(out, size, kSubdir, kName, "ill", nullptr); });
+    expectTheAnswerOrNone(specification,
+                          [](char* out, int size) { return qxcms_dp_spf(out, size, kSubdir, kName, "ill"); });
+    expectTheAnswerOrNone(directory, [this](char* out, int size) {
+        return qxcms_dp_sf_path(out, name, size, kSubdir, kName, "ill");
+    });
+}
+
+TEST_F(dataPathMemory, fileWithoutMemory_doesNotOpen) {
+    forEveryFailingAllocation([&](AllocationFaults& faults) {
+        faults.arm();
+        const int length = qxcms_dp_ffspec(path.c_str());
+        faults.disarm();
+        EXPECT_EQ(length, faults.happened() ? 0 : static_cast<int>(path.size()));
+    });
+}
+
+} // namespace
+} // namespace qxcms::tests
