@@ -36,8 +36,10 @@ if(NOT QXCMS_PLATFORM_TARGET)
         platform/default/file_access.cpp
         platform/default/file_name_encoding.cpp
         platform/default/interpolation.cpp
+        platform/default/item_strings.cpp
         platform/default/logical_names.cpp
         platform/default/object_factory.cpp
+        platform/default/real_conversion.cpp
         platform/default/reports.cpp
         platform/default/resolved_file.cpp
         platform/default/text_compare.cpp
@@ -53,7 +55,7 @@ if(QXCMS_PLATFORM_TARGET)
     add_library(qxcms_platform INTERFACE)
     target_link_libraries(qxcms_platform INTERFACE ${QXCMS_PLATFORM_TARGET})
 elseif(BUILD_SHARED_LIBS)
-    add_library(qxcms_platform SHARED $<TARGET_OBJECTS:qxcms_platform_objects>)
+    add_library(qxcms_platform SHARED $<TARGET_OBJECTS:qxcms_platform_objects> $<TARGET_OBJECTS:qxcms_base>)
     qxcms_shared_library_properties(qxcms_platform)
     target_link_libraries(qxcms_platform PRIVATE $<BUILD_INTERFACE:qxcms_library_flags> ${CMAKE_DL_LIBS})
 else()

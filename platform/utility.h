@@ -1,6 +1,6 @@
 /// @file
 /// What the kernel calls of the suite's utility library: reports, case-insensitive comparison,
-/// interpolation tables, distances and files found through logical names.
+/// interpolation tables, distances, numbers in 4 bytes, item strings and files found through logical names.
 ///
 /// A substitute for the bundled platform implements exactly these declarations. Nothing here throws.
 #pragma once
@@ -49,6 +49,46 @@ QXCMS_API void lin_interp_double_kill(lin_interp_double* table);
 
 /// The Euclidean distance of two vectors of n components, summed by ascending index.
 QXCMS_API double vect_distance(const double* a, const double* b, int n);
+
+/// Converts a number to 4 bytes: IEEE single precision, least significant byte first, on every machine. The
+/// nearest value of single precision is taken, halves go to the even one; from 2^128 - 2^103 on it is an
+/// infinity. Whatever is not a number gives 00 00 C0 7F.
+/// @param fourBytes null is accepted; nothing happens then.
+QXCMS_API void fltoffl(double value, unsigned char* fourBytes);
+
+/// The number in 4 bytes of fltoffl. @return not a number for null.
+QXCMS_API double ffltofl(const unsigned char* fourBytes);
+
+// Item strings hold values, which are counted from 0:
+//
+//     item string  = {separator | value}; a bare value ends at a separator or with the string
+//     separator    = comma, blank, tab, line feed, vertical tab, form feed or carriage return
+//     value        = bare value | quoted value
+//     bare value   = characters other than separators, the first of which is no double quote
+//     quoted value = double quote, characters other than double quotes, double quote or end of the string
+//
+// A quoted value is what stands between its quotes, so that it may hold separators or nothing at all; it
+// cannot hold a double quote. What stands directly behind it is the next value. A double quote inside a bare
+// value is a character as others are. Several separators are as one: there is no value between two commas.
+//
+//     12, 0.5  "cold white",, x"y"     holds 12 | 0.5 | cold white | x"y"
+//     "a""b"c                          holds a | b | c
+//
+// All three functions return 0, or -1 for a null item string, a negative index, an index for which there is
+// no value, a null `out`, and as they say themselves. With -1, `out` is as it was.
+
+/// The value at an index as an integer: decimal digits with or without a sign, clamped to int; blanks around
+/// it inside quotes do not count. @return -1 when the value is not all one integer.
+QXCMS_API int str_int_from_itemstr(const char* items, int index, int* out);
+
+/// The value at an index as a number: decimal or hexadecimal with a point, "inf", "infinity" or "nan",
+/// whatever the locale; blanks around it inside quotes do not count. @return -1 when the value is not all one
+/// number.
+QXCMS_API int str_double_from_itemstr(const char* items, int index, double* out);
+
+/// The value at an index as text, terminated.
+/// @param size the room at `out`. @return -1 when the value and its terminator do not fit.
+QXCMS_API int str_str(const char* items, int index, char* out, int size);
 
 /// Opens a file given as a plain path or as a logical specification ("root:[a.b]name.ext").
 /// A file opened with "w" takes its place when close_resolved_file finds every write done; until then a file

@@ -345,9 +345,21 @@ TEST(platformMemory, handlerWithoutMemory_isNotTheReportersConcern) {
 
 // Texts, vectors and lists.
 
-TEST(platformMemory, textsAndVectors_needNoMemory) {
+TEST(platformMemory, textsNumbersAndVectors_needNoMemory) {
     const double a[] = {1.0, 2.0}, b[] = {4.0, 6.0};
     expectNoAllocation([&] {
+        unsigned char bytes[4];
+        fltoffl(2.5, bytes);
+        EXPECT_EQ(ffltofl(bytes), 2.5);
+        int whole = 0;
+        double number = 0.0;
+        char text[8];
+        EXPECT_EQ(str_int_from_itemstr("12, 0.5, \"a b\"", 0, &whole), 0);
+        EXPECT_EQ(str_double_from_itemstr("12, 0.5, \"a b\"", 1, &number), 0);
+        EXPECT_EQ(str_str("12, 0.5, \"a b\"", 2, text, sizeof text), 0);
+        EXPECT_EQ(whole, 12);
+        EXPECT_EQ(number, 0.5);
+        EXPECT_STREQ(text, "a b");
         EXPECT_EQ(strcmp_ci("Name", "nAME"), 0);
         EXPECT_EQ(strncmp_ci("Name", "nAMEs", 4), 0);
         EXPECT_EQ(vect_distance(a, b, 2), 5.0);

@@ -48,6 +48,7 @@ excluded() {
         echo instructionSet.whatTheSystemNames_isTaken
         # Keep a time by the clock on the wall.
         echo interpolation.aMillionPoints_areInsertedInSecondsInAnyOrder
+        echo itemString.longStrings_takeTimeInProportion
         echo parseDouble.readsAMebibyteOfDigitsAtOnce
         echo parseInt.readsAMillionDigits
         echo reflectionSpectrum.xyz_ofTwoThousandPatchesTakesMilliseconds
