@@ -34,3 +34,4 @@
 #include "spectral/tspectrum.h"
 #include "support/file_name_escaping.h"
 #include "support/qxcms_dp.h"
+#include "support/stream_helpers.h"

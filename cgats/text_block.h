@@ -6,30 +6,10 @@
 #include <cstring>
 #include <ostream>
 
-#include "base/guarded.h"
+#include "base/quiet_stream.h"
 #include "cgats/tcgatstag.h"
 
 namespace qxcms::detail {
-
-/// A caller's stream keeps its exceptions to itself while the library writes to it.
-class QuietStream {
-public:
-    explicit QuietStream(std::ostream& quieted) : stream(quieted), mask(quieted.exceptions()) {
-        stream.exceptions(std::ios::goodbit);
-    }
-    ~QuietStream() {
-        guarded(0, [this] {
-            stream.exceptions(mask);
-            return 0;
-        });
-    }
-    QuietStream(const QuietStream&) = delete;
-    QuietStream& operator=(const QuietStream&) = delete;
-
-private:
-    std::ostream& stream;
-    std::ios::iostate mask;
-};
 
 /// Collects text and hands it to a stream in large pieces, as it stands: neither width nor fill, neither
 /// flags nor locale of the stream show. Takes no memory of its own.

@@ -140,7 +140,8 @@ add_library(qxcms_objects OBJECT
     cgats/tcgatsnormalizer.cpp
     cgats/tcgatsvaluelist.cpp
     cgats/text_edits.cpp
-    cgats/text_encoding.cpp)
+    cgats/text_encoding.cpp
+    support/stream_helpers.cpp)
 qxcms_library_properties(qxcms_objects)
 target_include_directories(qxcms_objects PUBLIC ${PROJECT_SOURCE_DIR})
 target_link_libraries(qxcms_objects PRIVATE qxcms_library_flags)

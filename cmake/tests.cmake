@@ -53,6 +53,7 @@ file(GLOB qxcmsTestSources CONFIGURE_DEPENDS
     ${PROJECT_SOURCE_DIR}/tests/chain/*.cpp
     ${PROJECT_SOURCE_DIR}/tests/house/*.cpp
     ${PROJECT_SOURCE_DIR}/tests/data/*.cpp
+    ${PROJECT_SOURCE_DIR}/tests/support_services/*.cpp
     ${PROJECT_SOURCE_DIR}/tests/support/*.cpp)
 add_executable(qxcms_tests ${qxcmsTestSources})
 target_link_libraries(qxcms_tests PRIVATE

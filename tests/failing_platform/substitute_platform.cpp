@@ -135,6 +135,17 @@ double vect_distance(const double* a, const double* b, int n) {
     return std::sqrt(sum);
 }
 
+void fltoffl(double value, unsigned char* fourBytes) {
+    const float single = static_cast<float>(value);
+    std::memcpy(fourBytes, &single, sizeof single);
+}
+
+double ffltofl(const unsigned char* fourBytes) {
+    float single = 0.0F;
+    std::memcpy(&single, fourBytes, sizeof single);
+    return static_cast<double>(single);
+}
+
 FILE* open_resolved_file(const char* name, const char* mode) {
     const AllocationTruce truce;
     platform().opened.emplace_back(name, mode);

@@ -46,6 +46,8 @@ excluded() {
         echo interpolation.withoutMemory_aPointIsRefused
         # The processor can more than valgrind.
         echo instructionSet.whatTheSystemNames_isTaken
+        # Counts 2147483648 characters.
+        echo streamHelpers.textTooLongForItsLength_setsFailbitAndWritesNothing
         # Keep a time by the clock on the wall.
         echo interpolation.aMillionPoints_areInsertedInSecondsInAnyOrder
         echo itemString.longStrings_takeTimeInProportion
