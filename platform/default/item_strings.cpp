@@ -21,9 +21,9 @@ struct Value {
     const char* last;
 };
 
-/// The value at an index, counted from 0.
+/// The value at an index, counted from 0. There is none at a negative one.
 Value valueAt(const char* items, int index) {
-    if (items == nullptr || index < 0)
+    if (items == nullptr)
         return {nullptr, nullptr};
     const char* const end = items + std::strlen(items);
     const char* at = items;

@@ -825,7 +825,9 @@ TEST(streamHelpers, listInBrackets_isReadToItsEnd) {
     for (const char* name : {"red", "green", "blue"})
         CloseBracket(WriteDouble(0.5, WriteString(name, OpenBracket(out))));
     CloseBracket(out);
-    EXPECT_EQ(stream.str().size(), 2 + 3 * (2 + 4 + 4) + std::strlen("redgreenblue"));
+    const std::string half = bytes("\x00\x00\x00\x3F");
+    EXPECT_EQ(stream.str(), "{{" + textBytes("red") + half + "}{" + textBytes("green") + half + "}{" +
+                                textBytes("blue") + half + "}}");
 
     std::vector<std::string> names;
     OpenBracket(in);
