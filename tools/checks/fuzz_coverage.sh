@@ -40,7 +40,7 @@ objects=("${objects[@]:1}")
 
 cd "$root"
 sources=(base/*.h base/*.cpp cgats/*.cpp spectral/illuminant_file.cpp spectral/spectrum_encoding.cpp
-    spectral/tspectrum.cpp)
+    spectral/tspectrum.cpp support/stream_helpers.cpp)
 "$cov" show "${objects[@]}" -instr-profile "$build/profiles/all.profdata" -show-branches=count \
     "${sources[@]}" >"$build/report.txt"
 printf '%-35s %8s %8s %8s %10s %8s %8s\n' source lines missed reached branches missed reached
