@@ -213,7 +213,8 @@ std::istream& BadInputOn(std::istream& stream) {
 }
 
 // Kept on purpose: without the terminator a buffer fills without a failure, a zero behind the characters or a
-// count (streamHelpers.bufferWithoutTheTerminator_isFullAndNoFailure).
+// count (streamHelpers.bufferWithoutTheTerminator_isFullAndNoFailure), and a reading that fails stores
+// nothing and counts (streamHelpers.failedReading_counts).
 std::istream& ReadUpTo(std::istream& stream, char* buffer, int size, const char* terminator, int* count) {
     const char* const end = terminator == nullptr ? "" : terminator;
     if (buffer == nullptr || size <= 0)
