@@ -42,7 +42,7 @@ install: all
 
 setup:
 	@tools/setup/install_packages.sh g++ cmake libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev \
-	    librapidcheck-dev liblcms2-dev locales pkgconf
+	    librapidcheck-dev liblcms2-dev libsqlite3-dev locales pkgconf
 	@tools/setup/make_locale.sh
 
 # The test programs under valgrind; takes long.

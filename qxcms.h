@@ -25,6 +25,7 @@
 #include "platform/file_name_encoding.h"
 #include "platform/logical_names.h"
 #include "platform/object_factory.h"
+#include "platform/resource_database.h"
 #include "platform/utility.h"
 #include "spectral/tilluminant.h"
 #include "spectral/tilluminantandobserver.h"

@@ -29,8 +29,9 @@ function(qxcms_shared_library_properties target)
     target_link_options(${target} PRIVATE "LINKER:--version-script=${qxcmsExports}")
 endfunction()
 
-# The bundled platform layer as objects.
+# The bundled platform layer as objects. Resource files are databases of SQLite.
 if(NOT QXCMS_PLATFORM_TARGET)
+    find_package(SQLite3 3.37 REQUIRED GLOBAL)
     add_library(qxcms_platform_objects OBJECT
         platform/default/directory_search.cpp
         platform/default/file_access.cpp
@@ -42,11 +43,13 @@ if(NOT QXCMS_PLATFORM_TARGET)
         platform/default/real_conversion.cpp
         platform/default/reports.cpp
         platform/default/resolved_file.cpp
+        platform/default/resource_database.cpp
+        platform/default/resource_store.cpp
         platform/default/text_compare.cpp
         platform/default/vectors.cpp)
     qxcms_library_properties(qxcms_platform_objects)
     target_include_directories(qxcms_platform_objects PUBLIC ${PROJECT_SOURCE_DIR})
-    target_link_libraries(qxcms_platform_objects PRIVATE qxcms_library_flags)
+    target_link_libraries(qxcms_platform_objects PRIVATE qxcms_library_flags SQLite::SQLite3)
 endif()
 
 # The platform layer: a library of its own, so that a program and the kernel see one report handler; part of the
@@ -57,7 +60,8 @@ if(QXCMS_PLATFORM_TARGET)
 elseif(BUILD_SHARED_LIBS)
     add_library(qxcms_platform SHARED $<TARGET_OBJECTS:qxcms_platform_objects> $<TARGET_OBJECTS:qxcms_base>)
     qxcms_shared_library_properties(qxcms_platform)
-    target_link_libraries(qxcms_platform PRIVATE $<BUILD_INTERFACE:qxcms_library_flags> ${CMAKE_DL_LIBS})
+    target_link_libraries(qxcms_platform PRIVATE $<BUILD_INTERFACE:qxcms_library_flags> ${CMAKE_DL_LIBS}
+        SQLite::SQLite3)
 else()
     add_library(qxcms_platform INTERFACE)
     target_link_libraries(qxcms_platform INTERFACE qxcms)
@@ -148,7 +152,8 @@ target_link_libraries(qxcms_objects PRIVATE qxcms_library_flags)
 if(BUILD_SHARED_LIBS OR QXCMS_PLATFORM_TARGET)
     target_link_libraries(qxcms_objects PUBLIC ${qxcmsPlatform})
 else()
-    target_link_libraries(qxcms_objects INTERFACE $<TARGET_OBJECTS:qxcms_platform_objects> ${CMAKE_DL_LIBS})
+    target_link_libraries(qxcms_objects INTERFACE $<TARGET_OBJECTS:qxcms_platform_objects> ${CMAKE_DL_LIBS}
+        SQLite::SQLite3)
 endif()
 
 # What is used only on processors that can.
@@ -170,7 +175,7 @@ if(BUILD_SHARED_LIBS OR QXCMS_PLATFORM_TARGET)
     target_link_libraries(qxcms PUBLIC ${qxcmsPlatform})
 else()
     target_sources(qxcms PRIVATE $<TARGET_OBJECTS:qxcms_platform_objects>)
-    target_link_libraries(qxcms PRIVATE ${CMAKE_DL_LIBS})
+    target_link_libraries(qxcms PRIVATE ${CMAKE_DL_LIBS} SQLite::SQLite3)
 endif()
 add_library(qxcms::qxcms ALIAS qxcms)
 

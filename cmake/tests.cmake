@@ -1,5 +1,6 @@
 enable_testing()
 find_package(GTest REQUIRED)
+find_package(SQLite3 3.37 REQUIRED GLOBAL)
 include(GoogleTest)
 
 # Tests are many and their macros large: what is under test is optimised, they themselves hardly, and not at all where
@@ -57,7 +58,7 @@ file(GLOB qxcmsTestSources CONFIGURE_DEPENDS
     ${PROJECT_SOURCE_DIR}/tests/support/*.cpp)
 add_executable(qxcms_tests ${qxcmsTestSources})
 target_link_libraries(qxcms_tests PRIVATE
-    qxcms_objects qxcms_base qxcms_test_flags GTest::gmock GTest::gtest ${CMAKE_DL_LIBS})
+    qxcms_objects qxcms_base qxcms_test_flags GTest::gmock GTest::gtest ${CMAKE_DL_LIBS} SQLite::SQLite3)
 target_compile_definitions(qxcms_tests PRIVATE QXCMS_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
 qxcms_precompile_test_headers(qxcms_tests)
 add_dependencies(qxcms_tests qxcms_data)
