@@ -36,3 +36,4 @@
 #include "support/file_name_escaping.h"
 #include "support/qxcms_dp.h"
 #include "support/stream_helpers.h"
+#include "support/qxcms_rdb_err.h"

@@ -111,6 +111,7 @@ add_library(qxcms_objects OBJECT
     measurement/colorimetric_measurements.cpp
     measurement/spectral_measurements.cpp
     measurement/tonemeasurement.cpp
+    support/qxcms_rdb_err.cpp
     cgats/cgats_builder.cpp
     cgats/cgats_copy.cpp
     cgats/cgats_diagnostics.cpp

@@ -9,6 +9,7 @@
 #include "platform/file_name_encoding.h"
 #include "platform/logical_names.h"
 #include "platform/object_factory.h"
+#include "platform/resource_database.h"
 #include "platform/utility.h"
 #include "tests/failing_platform/allocation_faults.h"
 
@@ -53,6 +54,8 @@ struct fsearch_state {
     std::vector<std::string> files;
     std::size_t next = 0;
 };
+
+int rdb_err = 0;
 
 extern "C" {
 
