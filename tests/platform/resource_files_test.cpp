@@ -235,10 +235,13 @@ TEST(resourceFiles, journalOfAFileThatIsGone_doesNotReachTheNewOne) {
     const ScratchFolder folder;
     const std::string source = writtenFile(folder, "source", 500, std::string(1000, 'a'));
     const std::string target = folder.path("target");
-    interruptWriting(source, target, "UPDATE item SET value = randomblob(1000)");
+    interruptWriting(source, target,
+                     "UPDATE topic SET text = x'00'; UPDATE item SET value = randomblob(1000)");
     fs::remove(target);
-    writtenFile(folder, "target", 3, "new");
-    EXPECT_EQ(contentOfResourceFile(target), contentOfOneTopic(3, "new"));
+    OpenDatabase database;
+    ASSERT_NE(database.create(target), nullptr);
+    EXPECT_THAT(contentOfResourceFile(target), IsEmpty());
+    EXPECT_EQ(ForeignConnection(target).ask("PRAGMA integrity_check"), "ok\n");
 }
 
 // Whatever a damaged file holds, it is refused or read; the sanitizers watch.
@@ -378,6 +381,46 @@ TEST(resourceFiles, removedTopic_goesWithWhatOthersAddedToIt) {
     second.addTopic("more");
     EXPECT_EQ(second.flush(), 1);
     EXPECT_THAT(contentOfResourceFile(path), ElementsAre("another", "more"));
+}
+
+TEST(resourceFiles, removal_isWrittenOnce) {
+    const ScratchFolder folder;
+    const std::string path = writtenFile(folder, "file", 1, "before");
+    OpenDatabase first, second;
+    first.push(path);
+    rdb_remove_topic(first.db, first.file, "topic");
+    EXPECT_EQ(first.flush(), 1);
+    second.push(path);
+    second.addTopic("topic");
+    EXPECT_EQ(second.flush(), 1);
+    first.addTopic("more");
+    EXPECT_EQ(first.flush(), 1);
+    EXPECT_THAT(contentOfResourceFile(path), ElementsAre("topic", "more"));
+}
+
+TEST(resourceFiles, itemThatBothAdd_hasTheRemarkOfTheLater) {
+    const ScratchFolder folder;
+    const std::string path = writtenFile(folder, "file", 0, "");
+    OpenDatabase first, second;
+    first.push(path);
+    second.push(path);
+    rdb_add_item(first.db, "topic", "item", "1", "of the first");
+    rdb_add_item(second.db, "topic", "item", "1", "of the second");
+    EXPECT_EQ(first.flush(), 1);
+    EXPECT_EQ(second.flush(), 1);
+    EXPECT_EQ(ForeignConnection(path).ask("SELECT CAST(text AS TEXT) FROM item"), "of the second\n");
+}
+
+TEST(resourceFiles, fileThatGotOtherTablesMeanwhile_isNotWritten) {
+    const ScratchFolder folder;
+    const std::string path = writtenFile(folder, "file", 1, "before");
+    OpenDatabase database;
+    database.push(path);
+    ForeignConnection(path).run("CREATE TABLE more (a)");
+    database.modify("topic", "0", "after");
+    EXPECT_EQ(database.flush(), 0);
+    EXPECT_EQ(takenError(), 12);
+    EXPECT_EQ(ForeignConnection(path).ask("SELECT CAST(value AS TEXT) FROM item"), "before\n");
 }
 
 TEST(resourceFiles, flush_waitsForAnotherWriterAndThenFails) {
