@@ -16,7 +16,8 @@
 /// changes to write to the file, or by pushing it once more. Each rdb_flush writes to each file in one
 /// transaction: after a crash at any moment the file holds what the last completed one left.
 ///
-/// Pointers that are given out (values, names) are valid until the next operation on the database.
+/// Pointers that are given out (values, names) are valid until the database is changed, flushed or closed;
+/// operations that look for something leave them.
 /// A database is used by one thread at a time; `rdb_err` is one for the whole process.
 ///
 /// Operations that fail set `rdb_err`; those that succeed leave it as it is. They set

@@ -259,6 +259,30 @@ TEST(resourceDatabase, valueOfAnItem_mayReplaceThatOfTheSame) {
     EXPECT_EQ(made.value("inks", "cyan"), std::string(100, 'b'));
 }
 
+TEST(resourceDatabase, whatIsGivenOut_outlivesOtherQuestions) {
+    NewFile made;
+    ASSERT_EQ(made.addTopic("t"), 1);
+    ASSERT_EQ(made.add("t", "an item with a name of some length", "a value of some length"), 1);
+    ASSERT_EQ(made.add("t", "j", "another value of some length"), 1);
+    const char* value = nullptr;
+    const char* other = nullptr;
+    int number = 0;
+    char text[100];
+    const char* const topic = rdb_posat_topic(made.db, made.file, 0);
+    const char* const item = rdb_posat_item(made.db, topic, 0);
+    ASSERT_EQ(rdb_search(made.db, topic, item, &value), 1);
+    EXPECT_STREQ(rdb_posat_item(made.db, topic, 1), "j");
+    EXPECT_EQ(rdb_search(made.db, topic, "j", &other), 1);
+    EXPECT_EQ(rdb_search(made.db, topic, "unknown", &other), 0);
+    EXPECT_EQ(rdb_search_topic(made.db, topic), 1);
+    EXPECT_EQ(rdb_search_int(made.db, topic, "j", &number), 1);
+    EXPECT_EQ(rdb_search_string(made.db, topic, "j", text, sizeof text), 1);
+    EXPECT_STREQ(topic, "t");
+    EXPECT_STREQ(item, "an item with a name of some length");
+    EXPECT_STREQ(value, "a value of some length");
+    EXPECT_STREQ(other, "another value of some length");
+}
+
 TEST(resourceDatabase, removedTopic_isGoneWithItsItems) {
     NewFile made;
     for (const char* const topic : {"first", "second", "third"}) {
