@@ -50,7 +50,6 @@ file(GLOB qxcmsTestSources CONFIGURE_DEPENDS
     ${PROJECT_SOURCE_DIR}/tests/colorspace/*.cpp
     ${PROJECT_SOURCE_DIR}/tests/measurement/*.cpp
     ${PROJECT_SOURCE_DIR}/tests/cgats/*.cpp
-    ${PROJECT_SOURCE_DIR}/tests/support_services/*.cpp
     ${PROJECT_SOURCE_DIR}/tests/chain/*.cpp
     ${PROJECT_SOURCE_DIR}/tests/house/*.cpp
     ${PROJECT_SOURCE_DIR}/tests/data/*.cpp
