@@ -35,5 +35,6 @@
 #include "spectral/tspectrum.h"
 #include "support/file_name_escaping.h"
 #include "support/qxcms_dp.h"
-#include "support/stream_helpers.h"
 #include "support/qxcms_rdb_err.h"
+#include "support/stream_helpers.h"
+#include "support/tcachefile.h"

@@ -108,10 +108,12 @@ add_library(qxcms_objects OBJECT
     colorspace/txyzrspace.cpp
     support/file_name_escaping.cpp
     support/qxcms_dp.cpp
+    support/qxcms_rdb_err.cpp
+    support/stream_helpers.cpp
+    support/tcachefile.cpp
     measurement/colorimetric_measurements.cpp
     measurement/spectral_measurements.cpp
     measurement/tonemeasurement.cpp
-    support/qxcms_rdb_err.cpp
     cgats/cgats_builder.cpp
     cgats/cgats_copy.cpp
     cgats/cgats_diagnostics.cpp
@@ -145,8 +147,7 @@ add_library(qxcms_objects OBJECT
     cgats/tcgatsnormalizer.cpp
     cgats/tcgatsvaluelist.cpp
     cgats/text_edits.cpp
-    cgats/text_encoding.cpp
-    support/stream_helpers.cpp)
+    cgats/text_encoding.cpp)
 qxcms_library_properties(qxcms_objects)
 target_include_directories(qxcms_objects PUBLIC ${PROJECT_SOURCE_DIR})
 target_link_libraries(qxcms_objects PRIVATE qxcms_library_flags)

@@ -4,6 +4,8 @@
 #include <cctype>
 #include <cmath>
 #include <cstring>
+#include <locale>
+#include <sstream>
 #include <strings.h>
 
 #include "platform/file_name_encoding.h"
@@ -147,6 +149,28 @@ double ffltofl(const unsigned char* fourBytes) {
     float single = 0.0F;
     std::memcpy(&single, fourBytes, sizeof single);
     return static_cast<double>(single);
+}
+
+int str_int_from_itemstr(const char* items, int index, int* out) {
+    double value = 0.0;
+    if (str_double_from_itemstr(items, index, &value) != 0)
+        return -1;
+    *out = static_cast<int>(value);
+    return 0;
+}
+
+// Blanks between the values are enough here.
+int str_double_from_itemstr(const char* items, int index, double* out) {
+    const AllocationTruce truce;
+    std::istringstream stream(items);
+    stream.imbue(std::locale::classic());
+    double value = 0.0;
+    for (int i = 0; i <= index; ++i)
+        stream >> value;
+    if (!stream)
+        return -1;
+    *out = value;
+    return 0;
 }
 
 FILE* open_resolved_file(const char* name, const char* mode) {

@@ -32,6 +32,7 @@
 #include "spectral/tmeasgeom.h"
 #include "spectral/tobserver.h"
 #include "spectral/tspectrum.h"
+#include "support/tcachefile.h"
 #include "tests/spectral/known_spectra.h"
 
 namespace qxcms::detail {
@@ -41,6 +42,7 @@ struct LayoutProbe {
     static void checkColorspace();
     static void checkMeasurement();
     static void checkCgats();
+    static void checkSupport();
 
     // The members of a spectrum that nothing else shows.
     struct SpectrumMembers {
@@ -302,6 +304,17 @@ void LayoutProbe::checkCgats() {
     static_assert(offsetof(TCgatsValueListString, entries) == 16);
 }
 
+void LayoutProbe::checkSupport() {
+    static_assert(std::is_polymorphic_v<TCacheFile> && sizeof(TCacheFile) == 56);
+    QXCMS_MEMBER(TCacheFile, fileName, std::unique_ptr<char[]>, 8);
+    QXCMS_MEMBER(TCacheFile, directory, std::unique_ptr<char[]>, 16);
+    QXCMS_MEMBER(TCacheFile, state, std::int32_t, 24);
+    QXCMS_MEMBER(TCacheFile, topicPosition, std::int32_t, 28);
+    QXCMS_MEMBER(TCacheFile, itemPosition, std::int32_t, 32);
+    static_assert(sizeof(TCacheFile::database) == sizeof(rdb_db*) && offsetof(TCacheFile, database) == 40);
+    QXCMS_MEMBER(TCacheFile, file, rdb_file*, 48);
+}
+
 #undef QXCMS_MEMBER
 #pragma GCC diagnostic pop
 
@@ -395,6 +408,11 @@ TEST(layout, valueLists_haveTheirOperationsInSlotOrder) {
 TEST(layout, registry_overridesTheElementCreationOfTheFactory) {
     EXPECT_EQ(vtableSlot(&TObjFac::TObjFacCreateEl), 2);
     EXPECT_EQ(vtableSlot(&TIlluminantFactoryHolder::TObjFacCreateEl), 2);
+}
+
+TEST(layout, cacheFile_hasItsMessagesInTheFirstSlot) {
+    static_assert(std::has_virtual_destructor_v<TCacheFile>);
+    EXPECT_EQ(vtableSlot(&TCacheFile::SetErrMsg), 0);
 }
 
 // What stands at the offsets is what the operations see.
