@@ -97,10 +97,10 @@ int reportNotFound(const DataFile& file, std::string_view function, int line) {
     return kNotFound;
 }
 
-/// Kept on purpose: the report names qxcms_dp_gpp whichever function was called
+/// Kept on purpose: the report names qxcms_dp_gp also where qxcms_dp_gpp was called
 /// (dataPaths.wrongExtension_isReportedInOneNameByAll).
 std::optional<std::string> specificationOf(const DataFile& file, const char* tree) {
-    if (!hasExtensionAskedFor(file, "qxcms_dp_gpp", kExtensionLine))
+    if (!hasExtensionAskedFor(file, "qxcms_dp_gp", kExtensionLine))
         return std::nullopt;
     std::string specification = std::string(mainName) + ":[" + tree;
     if (file.subdir[0] != '\0')

@@ -100,25 +100,25 @@ TEST_F(dataPaths, extensionOfTheName_mayBeInOtherCase) {
 TEST_F(dataPaths, wrongExtension_isReportedAndRefused) {
     EXPECT_EQ(qxcms_dp_gpp(out, sizeof out, "ill", "d65.txt", "ill", "w"), -1);
     EXPECT_THAT(reports.errors,
-                ElementsAre(reported("qxcms_dp_gpp : File d65.txt has wrong extension, should be ill", 283)));
+                ElementsAre(reported("qxcms_dp_gp : File d65.txt has wrong extension, should be ill", 283)));
 }
 
 TEST_F(dataPaths, nameThatEndsWithAPoint_hasTheWrongExtension) {
     EXPECT_EQ(qxcms_dp_gpp(out, sizeof out, "ill", "d65.", "ill", "w"), -1);
     EXPECT_THAT(reports.errors,
-                ElementsAre(reported("qxcms_dp_gpp : File d65. has wrong extension, should be ill", 283)));
+                ElementsAre(reported("qxcms_dp_gp : File d65. has wrong extension, should be ill", 283)));
 }
 
 TEST_F(dataPaths, extension_beginsAtTheFirstPoint) {
     EXPECT_EQ(qxcms_dp_gpp(out, sizeof out, "ill", "a.b.ill", "ill", "w"), -1);
     EXPECT_THAT(reports.errors,
-                ElementsAre(reported("qxcms_dp_gpp : File a.b.ill has wrong extension, should be ill", 283)));
+                ElementsAre(reported("qxcms_dp_gp : File a.b.ill has wrong extension, should be ill", 283)));
     EXPECT_EQ(qxcms_dp_gpp(out, sizeof out, "ill", "a.b.ill", "b.ILL", "w"), 0);
     EXPECT_STREQ(out, "QX_CMS:[w.ill]a.b.ill");
 }
 
 TEST_F(dataPaths, wrongExtension_isReportedInOneNameByAll) {
-    const Report report = reported("qxcms_dp_gpp : File d65.txt has wrong extension, should be ill", 283);
+    const Report report = reported("qxcms_dp_gp : File d65.txt has wrong extension, should be ill", 283);
     EXPECT_EQ(qxcms_dp_gp(out, sizeof out, "ill", "d65.txt", "ill", "w"), -1);
     EXPECT_THAT(reports.errors, ElementsAre(report));
     EXPECT_EQ(qxcms_dp_sf(out, sizeof out, "ill", "d65.txt", "ill"), -1);
@@ -138,13 +138,13 @@ TEST_F(dataPaths, partsWithAWrongExtension_areReportedInTheirOwnName) {
 }
 
 TEST_F(dataPaths, reports_areCutAt255Characters) {
-    const std::string prefix = "qxcms_dp_gpp : File "; // 20 characters
+    const std::string prefix = "qxcms_dp_gp : File "; // 19 characters
     const std::string longName = std::string(300, 'n') + ".txt";
     EXPECT_EQ(qxcms_dp_gpp(out, sizeof out, "ill", longName.c_str(), "ill", "w"), -1);
-    EXPECT_THAT(reports.errors, ElementsAre(reported(prefix + std::string(235, 'n'), 283)));
+    EXPECT_THAT(reports.errors, ElementsAre(reported(prefix + std::string(236, 'n'), 283)));
     reports.errors.clear();
-    // 20 + 199 + 32 + 4 characters: all of it just goes in.
-    const std::string fitting = std::string(195, 'n') + ".txt";
+    // 19 + 200 + 32 + 4 characters: all of it just goes in.
+    const std::string fitting = std::string(196, 'n') + ".txt";
     EXPECT_EQ(qxcms_dp_gpp(out, sizeof out, "ill", fitting.c_str(), "illu", "w"), -1);
     EXPECT_THAT(reports.errors,
                 ElementsAre(reported(prefix + fitting + " has wrong extension, should be illu", 283)));
