@@ -5,7 +5,7 @@ if(place EQUAL -1)
     message(FATAL_ERROR "The README does not hold the program of ${SOURCE}")
 endif()
 
-execute_process(COMMAND ${PROGRAM} ${ARGUMENTS} WORKING_DIRECTORY ${CHARTS}
+execute_process(COMMAND ${PROGRAM} ${ARGUMENTS} WORKING_DIRECTORY ${FOLDER}
     OUTPUT_VARIABLE output RESULT_VARIABLE result)
 if(NOT result EQUAL 0)
     message(FATAL_ERROR "${PROGRAM} ended with ${result}")
