@@ -119,7 +119,13 @@ int deliver(std::string_view text, char* out, int size) {
 }
 
 int translate(const std::string& specification, char* out, int size) {
-    return fport(out, size, specification.c_str()) == 0 ? 0 : kNoPath;
+    if (fport(out, size, specification.c_str()) != 0)
+        return kNoPath;
+    if (specification != out)
+        return 0;
+    // What names no directory is copied as a plain path: a name in the working directory, which nobody meant.
+    out[0] = '\0';
+    return kNoPath;
 }
 
 int pathOf(const DataFile& file, const char* tree, char* out, int size) {
@@ -127,8 +133,8 @@ int pathOf(const DataFile& file, const char* tree, char* out, int size) {
     return specification ? translate(*specification, out, size) : kNoPath;
 }
 
-/// Kept on purpose: without a subdirectory the point stays, and no directory is meant
-/// (dataPaths.partsWithoutASubdirectory_keepThePoint).
+/// Kept on purpose: without a subdirectory the point stays, so that there is no path
+/// (dataPaths.partsWithoutASubdirectory_haveNoPath).
 int partsOf(const DataFile& file, const char* tree, char* dirOut, char* nameOut, int size) {
     if (!hasExtensionAskedFor(file, "qxcms_dp_gp_path", kExtensionOfPartsLine))
         return kNoPath;

@@ -6,13 +6,14 @@
 /// specification is "QX_CMS:[w.subdir]name.ext"; fport makes a path of it. What the functions have in common:
 ///
 /// - subdir and ext may be null or empty; an extension is appended only to a name without a ".".
+/// - subdir may be several levels with a "." between them ("ill.old"). A "/" in the main logical name, subdir
+///   or name, and an empty level, make a specification that cannot be translated.
 /// - What follows the first "." of a name must be ext, in either case of the letters, when that is given.
 /// - size is that of the buffer, the terminator included; nothing is written beyond it.
 /// - The result is 0; -10 when there is no such file; -1 when a specification could not be built or
 ///   translated, did not fit, lacks an argument, or there is no memory.
 /// - A wrong extension, and a file that was not found, are reported once, as an error of the module
-/// "qxcms_dp"
-///   of 255 characters at most. Nothing else is reported unless it says so.
+///   "qxcms_dp" of 255 characters at most. Nothing else is reported unless it says so.
 ///
 /// The main logical name belongs to the process and has no lock. Nothing here throws.
 #pragma once
@@ -48,7 +49,7 @@ QXCMS_API int qxcms_dp_spf(char* out, int size, const char* subdir, const char* 
 /// Gives the path of a data file, which need not exist, in two parts.
 /// @param dirOut `size` characters; receives the directory, which ends with a separator.
 /// @param nameOut `size` characters; receives the name with its extension.
-/// @param subdir to be given: without one the directory is that of "QX_CMS:[w.]", which is none.
+/// @param subdir to be given: without one the directory is that of "QX_CMS:[w.]", which cannot be translated.
 /// @param tree "w" or "r".
 QXCMS_API int qxcms_dp_gp_path(char* dirOut, char* nameOut, int size, const char* subdir, const char* name,
                                const char* ext, const char* tree);

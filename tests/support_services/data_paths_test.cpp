@@ -246,6 +246,39 @@ TEST_F(dataPaths, rootWithoutATranslation_givesNoPathAndNoReport) {
     EXPECT_THAT(reports.errors, IsEmpty());
 }
 
+TEST_F(dataPaths, specificationThatNamesNoDirectory_hasNoPathAndNoReport) {
+    fs::create_directories(folder.path("w/ill/old"));
+    put("w/ill/old/d65.ill");
+    for (const char* const subdir : {"ill/old", "ill.", ".ill", "ill..old", "."}) {
+        EXPECT_EQ(qxcms_dp_gp(out, sizeof out, subdir, "d65", "ill", "w"), -1) << subdir;
+        EXPECT_STREQ(out, "");
+        EXPECT_EQ(qxcms_dp_sf(out, sizeof out, subdir, "d65", "ill"), -1) << subdir;
+        EXPECT_EQ(qxcms_dp_sfd(out, sizeof out, subdir, "d65", "ill", "w"), -1) << subdir;
+        EXPECT_EQ(qxcms_dp_spf(out, sizeof out, subdir, "d65", "ill"), -1) << subdir;
+        EXPECT_EQ(qxcms_dp_gp_path(out, name, sizeof out, subdir, "d65", "ill", "w"), -1) << subdir;
+        EXPECT_EQ(qxcms_dp_sf_path(out, name, sizeof out, subdir, "d65", "ill"), -1) << subdir;
+    }
+    EXPECT_EQ(qxcms_dp_gp(out, sizeof out, "ill", "old/d65", "ill", "w"), -1);
+    EXPECT_EQ(qxcms_dp_gp(out, sizeof out, "ill", "d65", "ill", ""), -1);
+    EXPECT_EQ(qxcms_dp_gp(out, sizeof out, "ill", "d65", "ill", "w/x"), -1);
+    for (const char* const root : {"", "a/b"}) {
+        std::strcpy(qxcms_dp_get_main(), root);
+        EXPECT_EQ(qxcms_dp_gp(out, sizeof out, "ill", "d65", "ill", "w"), -1) << root;
+    }
+    EXPECT_THAT(reports.errors, IsEmpty());
+}
+
+TEST_F(dataPaths, specificationThatNamesNoDirectory_isNoFileOfTheWorkingDirectory) {
+    const fs::path before = fs::current_path();
+    fs::current_path(folder.path());
+    put("QX_CMS:[w.]d65.ill");
+    put("QX_CMS:[w.ill.]d65.ill");
+    EXPECT_EQ(qxcms_dp_sf_path(out, name, sizeof out, nullptr, "d65", "ill"), -1);
+    EXPECT_EQ(qxcms_dp_sf(out, sizeof out, "ill.", "d65", "ill"), -1);
+    EXPECT_EQ(qxcms_dp_spf(out, sizeof out, "ill.", "d65", "ill"), -1);
+    fs::current_path(before);
+}
+
 // Searches.
 
 TEST_F(dataPaths, fileInBothTrees_isTakenFromW) {
@@ -399,14 +432,14 @@ TEST_F(dataPaths, parts_areDirectoryAndName) {
     EXPECT_THAT(reports.errors, IsEmpty());
 }
 
-TEST_F(dataPaths, partsWithoutASubdirectory_keepThePoint) {
+TEST_F(dataPaths, partsWithoutASubdirectory_haveNoPath) {
     put("w/d65.ill");
     for (const char* const none : {static_cast<const char*>(nullptr), ""}) {
-        EXPECT_EQ(qxcms_dp_gp_path(out, name, sizeof out, none, "d65", "ill", "w"), 0);
-        EXPECT_STREQ(out, "QX_CMS:[w.]");
-        EXPECT_STREQ(name, "d65.ill");
-        EXPECT_EQ(qxcms_dp_sf_path(out, name, sizeof out, none, "d65", "ill"), -10);
+        EXPECT_EQ(qxcms_dp_gp_path(out, name, sizeof out, none, "d65", "ill", "w"), -1);
+        EXPECT_STREQ(out, "");
+        EXPECT_EQ(qxcms_dp_sf_path(out, name, sizeof out, none, "d65", "ill"), -1);
     }
+    EXPECT_THAT(reports.errors, IsEmpty());
 }
 
 TEST_F(dataPaths, partsThatJustFit_areDeliveredAndLongerOnesNot) {
@@ -437,6 +470,7 @@ TEST_F(dataPaths, partsOfMoreThan255Characters_areNotFound) {
     EXPECT_EQ(qxcms_dp_sf_path(out, name, sizeof out, "ill", (longest + 'n').c_str(), ""), -10);
     EXPECT_EQ(reports.errors.size(), 1u);
     EXPECT_EQ(qxcms_dp_sf(out, sizeof out, "ill", (longest + 'n').c_str(), ""), 0);
+    EXPECT_EQ(qxcms_dp_spf(out, sizeof out, "ill", (longest + 'n').c_str(), ""), 0);
 }
 
 // Files by their path.
@@ -453,6 +487,13 @@ TEST_F(dataPaths, fileThatOpens_isAnsweredWithTheLengthOfItsPath) {
     EXPECT_EQ(qxcms_dp_ffspec(std::string(100000, 'n').c_str()), 0);
     EXPECT_THAT(reports.errors, IsEmpty());
 }
+
+#if defined(__linux__)
+// Nobody may write into a program that runs, be it with all rights.
+TEST_F(dataPaths, fileThatOpensForReadingAlone_isAFile) {
+    EXPECT_EQ(qxcms_dp_ffspec("/proc/self/exe"), 14);
+}
+#endif
 
 TEST_F(dataPaths, specification_isNoPath) {
     put("w/ill/d65.ill");
@@ -545,6 +586,17 @@ TEST_F(dataRoot, oldNameOfExactlyTheSize_comesWithoutATerminator) {
     EXPECT_THAT(reports.errors, IsEmpty());
 }
 
+TEST_F(dataRoot, emptyOldName_needsNoRoom) {
+    ASSERT_EQ(deflognam("QX_OTHER", "/other"), 0);
+    qxcms_dp_get_main()[0] = '\0';
+    EXPECT_EQ(qxcms_dp_set_qxcms_main_dir_lognam("QX_OTHER", nullptr, 0), 0);
+    EXPECT_STREQ(qxcms_dp_get_main(), "QX_OTHER");
+    qxcms_dp_get_main()[0] = '\0';
+    EXPECT_EQ(qxcms_dp_set_qxcms_main_dir_lognam("QX_OTHER", out, 0), 0);
+    EXPECT_STREQ(out, "before");
+    EXPECT_THAT(reports.errors, IsEmpty());
+}
+
 TEST_F(dataRoot, firstOfSeveralReasons_isReported) {
     const std::string tooLong(129, 'n');
     EXPECT_EQ(qxcms_dp_set_qxcms_main_dir_lognam(tooLong.c_str(), out, 0), -1);
@@ -623,6 +675,7 @@ TEST_F(dataRoot, emptyDirectory_removesTheDefinition) {
 
 TEST_F(dataRoot, nullDirectoryOrBuffer_changesNothing) {
     EXPECT_EQ(qxcms_dp_set_cmsd(nullptr, out), -1);
+    EXPECT_STREQ(out, "before");
     EXPECT_EQ(qxcms_dp_set_cmsd("/elsewhere", nullptr), -1);
     EXPECT_EQ(qxcms_dp_get_main_dirn(out), 0);
     EXPECT_EQ(out, folder.path());
