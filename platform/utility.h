@@ -70,6 +70,7 @@ QXCMS_API double ffltofl(const unsigned char* fourBytes);
 // A quoted value is what stands between its quotes, so that it may hold separators or nothing at all; it
 // cannot hold a double quote. What stands directly behind it is the next value. A double quote inside a bare
 // value is a character as others are. Several separators are as one: there is no value between two commas.
+// Where blanks do not count, neither do the other separators, but for the comma.
 //
 //     12, 0.5  "cold white",, x"y"     holds 12 | 0.5 | cold white | x"y"
 //     "a""b"c                          holds a | b | c

@@ -175,12 +175,9 @@ std::istream& ReadDouble(double* value, std::istream& stream) {
 // Kept on purpose: what does not fit stays in the stream
 // (streamHelpers.textLongerThanItsBuffer_leavesTheRest).
 std::istream& ReadCString(char* buffer, int size, std::istream& stream) {
-    const bool hasRoom = buffer != nullptr && size > 0;
-    if (hasRoom)
-        *buffer = '\0';
     return quietly(stream, [&] {
         const int length = takeLength(stream);
-        if (!hasRoom) {
+        if (buffer == nullptr || size < 1) {
             stream.setstate(std::ios::failbit);
             return;
         }

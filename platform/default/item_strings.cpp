@@ -23,7 +23,7 @@ struct Value {
 
 /// The value at an index, counted from 0. There is none at a negative one.
 Value valueAt(const char* items, int index) {
-    if (items == nullptr)
+    if (items == nullptr || index < 0)
         return {nullptr, nullptr};
     const char* const end = items + std::strlen(items);
     const char* at = items;

@@ -131,7 +131,7 @@ TEST(itemString, integersBeyondInt_areClamped) {
 TEST(itemString, valueThatIsNotAllOneInteger_answersMinusOneAndTouchesNothing) {
     int whole = 7;
     for (const char* items : {"abc", "12mm", "1.5", "3.0000", "0x10", "1e3", "-", "+", "+-1", "\"\"", "\" \"",
-                              "\"1 2\"", "\"1,2\"", "1\""})
+                              "\"1 2\"", "\"1,2\"", "\"1,\"", "1\""})
         EXPECT_EQ(str_int_from_itemstr(items, 0, &whole), -1) << items;
     EXPECT_EQ(whole, 7);
 }
@@ -139,7 +139,7 @@ TEST(itemString, valueThatIsNotAllOneInteger_answersMinusOneAndTouchesNothing) {
 TEST(itemString, valueThatIsNotAllOneNumber_answersMinusOneAndTouchesNothing) {
     double number = 7.5;
     for (const char* items : {"abc", "1.5mm", "1.5.5", "information", "nano", "-", ".", "e5", "1e", "\"\"",
-                              "\" \"", "\"1 2\"", "\"1,5\""})
+                              "\" \"", "\"1 2\"", "\"1,5\"", "\"1,\""})
         EXPECT_EQ(str_double_from_itemstr(items, 0, &number), -1) << items;
     EXPECT_EQ(number, 7.5);
 }
