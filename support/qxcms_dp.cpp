@@ -61,29 +61,28 @@ const char* orEmpty(const char* text) {
     return text != nullptr ? text : "";
 }
 
-/// What a data file is asked for by. All three are texts.
+/// What a data file is asked for by; copies, as the buffers that are written may hold it.
 struct DataFile {
     DataFile(const char* givenSubdir, const char* givenName, const char* givenExt)
-        : subdir(orEmpty(givenSubdir)), name(orEmpty(givenName)), ext(orEmpty(givenExt)) {}
+        : subdir(orEmpty(givenSubdir)), name(givenName), ext(orEmpty(givenExt)) {}
 
-    bool takesExtension() const { return ext[0] != '\0' && std::strchr(name, '.') == nullptr; }
+    bool takesExtension() const { return !ext.empty() && name.find('.') == std::string::npos; }
 
     /// The name as it stands in a directory.
-    std::string fullName() const {
-        return takesExtension() ? std::string(name) + '.' + ext : std::string(name);
-    }
+    std::string fullName() const { return takesExtension() ? name + '.' + ext : name; }
 
-    const char* subdir;
-    const char* name;
-    const char* ext;
+    std::string subdir;
+    std::string name;
+    std::string ext;
 };
 
 /// Reports a name whose own extension is another one than that asked for. Kept on purpose: the extension is
 /// what follows the first point, so that "a.b.ill" has the wrong one
 /// (dataPaths.extension_beginsAtTheFirstPoint).
 bool hasExtensionAskedFor(const DataFile& file, std::string_view function, int line) {
-    const char* const point = std::strchr(file.name, '.');
-    if (point == nullptr || file.ext[0] == '\0' || strcmp_ci(point + 1, file.ext) == 0)
+    const std::size_t point = file.name.find('.');
+    if (point == std::string::npos || file.ext.empty() ||
+        strcmp_ci(file.name.c_str() + point + 1, file.ext.c_str()) == 0)
         return true;
     report({function, " : File ", file.name, " has wrong extension, should be ", file.ext}, line);
     return false;
@@ -103,8 +102,8 @@ std::optional<std::string> specificationOf(const DataFile& file, const char* tre
     if (!hasExtensionAskedFor(file, "qxcms_dp_gp", kExtensionLine))
         return std::nullopt;
     std::string specification = std::string(mainName) + ":[" + tree;
-    if (file.subdir[0] != '\0')
-        specification += std::string(".") + file.subdir;
+    if (!file.subdir.empty())
+        specification += '.' + file.subdir;
     return specification + ']' + file.fullName();
 }
 

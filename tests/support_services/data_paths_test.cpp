@@ -395,6 +395,31 @@ TEST_F(dataPaths, emptyFile_isPassedOverByTheSearchOfPartsAlone) {
     EXPECT_EQ(qxcms_dp_sf_path(out, name, sizeof out, "ill", "d65", "ill"), -10);
 }
 
+TEST_F(dataPaths, arguments_mayStandInTheBuffersThatAreWritten) {
+    put("r/ill/d50.ill");
+    std::strcpy(out, "d50");
+    EXPECT_EQ(qxcms_dp_sf(out, sizeof out, "ill", out, "ill"), 0);
+    EXPECT_EQ(out, folder.path("r/ill/d50.ill"));
+    std::strcpy(out, "ill");
+    EXPECT_EQ(qxcms_dp_spf(out, sizeof out, out, "d50", out), 0);
+    EXPECT_STREQ(out, "QX_CMS:[r.ill]d50.ill");
+    std::strcpy(out, "r");
+    EXPECT_EQ(qxcms_dp_sfd(out, sizeof out, "ill", "d50", "ill", out), 0);
+    EXPECT_EQ(out, folder.path("r/ill/d50.ill"));
+    std::strcpy(out, "d50");
+    EXPECT_EQ(qxcms_dp_gp_path(out, name, sizeof out, "ill", out, "ill", "r"), 0);
+    EXPECT_EQ(out, folder.path("r/ill/"));
+    EXPECT_STREQ(name, "d50.ill");
+    std::strcpy(out, "ill");
+    std::strcpy(name, "d50");
+    EXPECT_EQ(qxcms_dp_sf_path(out, name, sizeof out, out, name, "ill"), 0);
+    EXPECT_EQ(out, folder.path("r/ill/"));
+    EXPECT_STREQ(name, "d50.ill");
+    std::strcpy(out, "d65");
+    EXPECT_EQ(qxcms_dp_sf(out, sizeof out, "ill", out, "ill"), -10);
+    EXPECT_THAT(reports.errors, ElementsAre(reported("qxcms_dp_sf : file d65.ill not found", 87)));
+}
+
 TEST_F(dataPaths, searchWithoutRoomForThePath_findsNothingAndReportsNothing) {
     put("w/ill/d65.ill");
     const int size = static_cast<int>(folder.path("w/ill/d65.ill").size());
