@@ -15,7 +15,8 @@ enum { QXCMS_LOGNAM_SIZE = 4096 };
 /// Translates a logical name: a definition made with deflognam, else the environment variable of that name,
 /// else, for "QX_CMS", the directory of the data that come with the library.
 /// @param out at least QXCMS_LOGNAM_SIZE characters; receives the translation, empty when there is none.
-/// @return 0, or -1 when there is no translation or an argument is null.
+/// @return 0, or -1 when there is no translation or an argument is null, and when there is no memory to tell,
+/// with errno at ENOMEM.
 QXCMS_API int lognam(const char* name, char* out);
 
 /// Defines a logical name for this process; a null or empty value removes the definition.

@@ -215,6 +215,12 @@ bool isRoom(const char* out, int size) {
     return out != nullptr && size > 0;
 }
 
+/// Gives the translation of a name, empty when there is none. @return false when there is no memory to tell.
+bool translateName(const char* name, char* out) {
+    errno = 0;
+    return lognam(name, out) == 0 || errno != ENOMEM;
+}
+
 int refuse(const char* message, int line) {
     error_mess_fl(message, kModule, line);
     return kRefused;
@@ -290,8 +296,8 @@ char* qxcms_dp_get_main(void) {
 
 int qxcms_dp_set_qxcms_main_dir_lognam(const char* newName, char* oldOut, int oldSize) {
     char translation[QXCMS_LOGNAM_SIZE] = "";
-    if (newName != nullptr)
-        lognam(newName, translation);
+    if (newName != nullptr && !translateName(newName, translation))
+        return kRefused;
     if (translation[0] == '\0')
         return refuse("New logical name points to nowhere !", kNowhereLine);
     const std::size_t newLength = std::strlen(newName);
@@ -314,10 +320,7 @@ int qxcms_dp_set_qxcms_main_dir_lognam(const char* newName, char* oldOut, int ol
 }
 
 int qxcms_dp_get_main_dirn(char* out) {
-    if (out == nullptr)
-        return kRefused;
-    lognam(mainName, out);
-    return 0;
+    return out != nullptr && translateName(mainName, out) ? 0 : kRefused;
 }
 
 int qxcms_dp_set_cmsd(const char* dir, char* buffer) {

@@ -16,10 +16,12 @@
 /// - A wrong extension, and a file that was not found, are reported once, as an error of the module
 ///   "qxcms_dp" of 255 characters at most. Nothing else is reported unless it says so.
 ///
-/// The main logical name belongs to the process and has no lock. Nothing here throws.
+/// The main logical name belongs to the process and has no lock; only these functions look at it. Looking for
+/// a pipe waits until somebody writes into it, as opening it does. Nothing here throws.
 #pragma once
 
 #include "base/export.h"
+#include "platform/logical_names.h"
 
 extern "C" {
 
@@ -69,20 +71,21 @@ QXCMS_API char* qxcms_dp_get_main(void);
 /// Changes the main logical name.
 /// @param newName less than QXCMS_DP_MAIN_SIZE characters with a translation.
 /// @param oldOut receives the name so far. A name of exactly oldSize characters comes without a terminator.
-/// @param oldSize the size of oldOut; QXCMS_DP_MAIN_SIZE is enough for every name.
+/// @param oldSize the size of oldOut; QXCMS_DP_MAIN_SIZE is enough for every name that was set here.
 /// @return 0, or -1, reported, when newName has no translation, is too long, or the old name does not fit: in
-/// this order. Nothing is changed then.
+/// this order. Nothing is changed then, and nothing is reported when there is no memory.
 QXCMS_API int qxcms_dp_set_qxcms_main_dir_lognam(const char* newName, char* oldOut, int oldSize);
 
 /// Gives the translation of the main logical name.
 /// @param out QXCMS_LOGNAM_SIZE characters; empty when there is none.
-/// @return 0, also then; -1 for null.
+/// @return 0, also then; -1 for null, and when there is no memory.
 QXCMS_API int qxcms_dp_get_main_dirn(char* out);
 
 /// Defines the main logical name as `dir`, unless that is its translation already; an empty `dir` removes the
 /// definition.
 /// @param buffer QXCMS_LOGNAM_SIZE characters other than those of `dir`; receives the translation so far.
-/// @return 0, also when the definition could not be kept; -1 for null.
+/// @return 0, also when the definition could not be kept; -1 for null, and when there is no memory to know
+/// the translation so far: nothing is defined then.
 QXCMS_API int qxcms_dp_set_cmsd(const char* dir, char* buffer);
 
 } // extern "C"

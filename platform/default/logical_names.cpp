@@ -4,12 +4,14 @@
 #include <link.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -77,6 +79,8 @@ std::filesystem::path ownFile() {
 std::string dataDirectory() {
     std::error_code error;
     std::filesystem::path folder = std::filesystem::canonical(ownFile(), error).parent_path();
+    if (error == std::errc::not_enough_memory)
+        throw std::bad_alloc();
     if (folder.empty())
         return {};
     for (int parents = 0; parents <= kParentsSearched; ++parents, folder = folder.parent_path()) {
@@ -157,9 +161,15 @@ int deliver(const std::string& text, char* out, std::size_t size) {
 int lognam(const char* name, char* out) {
     if (out == nullptr)
         return -1;
-    const std::string found =
-        guarded(std::string(), [&] { return name != nullptr ? translation(name) : std::string(); });
-    return deliver(found, out, QXCMS_LOGNAM_SIZE) == 0 && !found.empty() ? 0 : -1;
+    const std::optional<std::string> found = guarded(std::optional<std::string>(), [&] {
+        return std::optional(name != nullptr ? translation(name) : std::string());
+    });
+    if (!found) {
+        out[0] = '\0';
+        errno = ENOMEM;
+        return -1;
+    }
+    return deliver(*found, out, QXCMS_LOGNAM_SIZE) == 0 && !found->empty() ? 0 : -1;
 }
 
 int deflognam(const char* name, const char* value) {

@@ -5,6 +5,7 @@
 
 #include "support/qxcms_dp.h"
 #include "tests/failing_platform/substitute_platform.h"
+#include "tests/support/scratch.h"
 
 namespace qxcms::tests {
 namespace {
@@ -36,6 +37,42 @@ TEST_F(dataPathFaults, emptyPath_isNoFile) {
     EXPECT_EQ(qxcms_dp_spf(out, sizeof out, "ill", "d65", "ill"), -10);
     EXPECT_THAT(platform().errors, ElementsAre("qxcms_dp:87: qxcms_dp_sf : file d65.ill not found",
                                                "qxcms_dp:186: qxcms_dp_sf : file d65.ill not found"));
+}
+
+TEST_F(dataPathFaults, fileOfUnknownSize_isNotTakenForAnEmptyOne) {
+    const ScratchFolder folder;
+    folder.write("d65.ill", "");
+    platform().paths["QX_CMS:[w.ill]"] = folder.path() + '/';
+    platform().paths["QX_CMS:[r.ill]"] = folder.path() + '/';
+    char out[QXCMS_LOGNAM_SIZE], name[QXCMS_LOGNAM_SIZE];
+    EXPECT_EQ(qxcms_dp_sf_path(out, name, sizeof out, "ill", "d65", "ill"), -10);
+    platform().hidesSizes = true;
+    EXPECT_EQ(qxcms_dp_sf_path(out, name, sizeof out, "ill", "d65", "ill"), 0);
+}
+
+// What counts is the translation, whatever the answer is that comes with it.
+TEST_F(dataPathFaults, nameWithATranslation_isTakenWhateverTheAnswer) {
+    char out[QXCMS_LOGNAM_SIZE] = "before";
+    platform().translationAnswer = 0;
+    EXPECT_EQ(qxcms_dp_set_qxcms_main_dir_lognam("QX_OTHER", out, sizeof out), -1);
+    EXPECT_STREQ(out, "before");
+    EXPECT_EQ(qxcms_dp_get_main_dirn(out), 0);
+    EXPECT_STREQ(out, "");
+    EXPECT_THAT(platform().errors, ElementsAre("qxcms_dp:380: New logical name points to nowhere !"));
+
+    platform().translationAnswer = -1;
+    platform().translation = "/somewhere";
+    EXPECT_EQ(qxcms_dp_get_main_dirn(out), 0);
+    EXPECT_STREQ(out, "/somewhere");
+    EXPECT_EQ(qxcms_dp_set_cmsd("/somewhere", out), 0);
+    EXPECT_THAT(platform().definitions, IsEmpty());
+    EXPECT_EQ(qxcms_dp_set_cmsd("/elsewhere", out), 0);
+    EXPECT_STREQ(out, "/somewhere");
+    EXPECT_THAT(platform().definitions, ElementsAre("QX_CMS=/elsewhere"));
+    EXPECT_EQ(qxcms_dp_set_qxcms_main_dir_lognam("QX_OTHER", out, sizeof out), 0);
+    EXPECT_STREQ(out, "QX_CMS");
+    EXPECT_EQ(qxcms_dp_set_qxcms_main_dir_lognam("QX_CMS", out, sizeof out), 0);
+    EXPECT_EQ(platform().errors.size(), 1u);
 }
 
 TEST_F(dataPathFaults, specification_needsNoPath) {

@@ -1,4 +1,6 @@
 // Data paths when the memory fails anywhere: no other file, and no report.
+#include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <string>
 
@@ -79,6 +81,38 @@ TEST_F(dataPathMemory, searchWithoutMemory_doesNotFindTheFileOfTheOtherTree) {
     expectTheAnswerOrNone(directory, [this](char* out, int size) {
         return qxcms_dp_sf_path(out, name, size, kSubdir, kName, "ill");
     });
+}
+
+TEST_F(dataPathMemory, directoryWithoutMemory_isNotGivenAndNotCalledUndefined) {
+    expectTheAnswerOrNone(folder.path(), [](char* out, int) { return qxcms_dp_get_main_dirn(out); });
+}
+
+// It is found beside the program where nothing defines it.
+TEST_F(dataPathMemory, directoryOfTheDataWithoutMemory_isNotCalledUndefined) {
+    ASSERT_EQ(deflognam("QX_CMS", nullptr), 0);
+    char found[QXCMS_LOGNAM_SIZE];
+    ASSERT_EQ(qxcms_dp_get_main_dirn(found), 0);
+    ASSERT_STRNE(found, "");
+    expectTheAnswerOrNone(found, [](char* out, int) { return qxcms_dp_get_main_dirn(out); });
+}
+
+TEST_F(dataPathMemory, nameWithoutMemory_isNotChangedAndNotSaidToPointNowhere) {
+    expectTheAnswerOrNone("QX_CMS", [](char* out, int size) {
+        return qxcms_dp_set_qxcms_main_dir_lognam("QX_CMS", out, size);
+    });
+}
+
+TEST_F(dataPathMemory, sameDirectoryWithoutMemory_isNotDefined) {
+    constexpr const char* kName = "QX_OTHER_NAME_LONG_ENOUGH";
+    std::strcpy(qxcms_dp_get_main(), kName);
+    ASSERT_EQ(setenv(kName, "/a/folder/long/enough", 1), 0);
+    expectTheAnswerOrNone("/a/folder/long/enough",
+                          [](char* out, int) { return qxcms_dp_set_cmsd("/a/folder/long/enough", out); });
+    // A definition would go on without the variable.
+    unsetenv(kName);
+    char out[QXCMS_LOGNAM_SIZE];
+    EXPECT_EQ(lognam(kName, out), -1);
+    std::strcpy(qxcms_dp_get_main(), "QX_CMS");
 }
 
 TEST_F(dataPathMemory, fileWithoutMemory_doesNotOpen) {

@@ -213,19 +213,25 @@ int close_resolved_file(FILE* file) {
 
 int lognam(const char*, char* out) {
     if (out != nullptr)
-        *out = '\0';
-    return -1;
+        std::strcpy(out, platform().translation.c_str());
+    return platform().translationAnswer;
 }
 
-int deflognam(const char*, const char*) {
+int deflognam(const char* name, const char* value) {
+    const AllocationTruce truce;
+    platform().definitions.push_back(std::string(name) + '=' + value);
     return -1;
 }
 
 int fport(char* out, int size, const char* specification) {
+    const AllocationTruce truce;
     if (platform().pathAnswer != 0)
         return platform().pathAnswer;
+    const auto found = platform().paths.find(specification);
     if (platform().emptiesPaths)
         specification = "";
+    else if (found != platform().paths.end())
+        specification = found->second.c_str();
     const std::size_t length = std::strlen(specification);
     if (size < 0 || length >= static_cast<std::size_t>(size))
         return -1;

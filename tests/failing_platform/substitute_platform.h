@@ -22,6 +22,8 @@ struct SubstitutePlatform {
     bool refusesSearches = false;    ///< fsinit gives null
     int pathAnswer = 0;              ///< of fport, where it is not 0
     bool emptiesPaths = false;       ///< fport gives an empty path
+    int translationAnswer = -1;      ///< of lognam
+    std::string translation;         ///< what lognam gives
     bool refusesNames = false;       ///< UTF8ToLocalEncoding answers -1
     bool capitalisesNames = false;   ///< UTF8ToLocalEncoding changes a name to capitals
     bool emptiesNames = false;       ///< UTF8ToLocalEncoding gives an empty name
@@ -29,6 +31,7 @@ struct SubstitutePlatform {
     // What there is.
     std::map<std::string, std::string> files;                    ///< by the name given to open_resolved_file
     std::map<std::string, std::vector<std::string>> directories; ///< what fsearch gives
+    std::map<std::string, std::string> paths;                    ///< what fport gives, else what it is given
 
     // Records.
     std::vector<int> announcedCounts; ///< of lin_interp_double_new
@@ -37,6 +40,7 @@ struct SubstitutePlatform {
     std::vector<double> evaluatedAt;
     std::vector<std::pair<std::string, std::string>> opened; ///< name and mode
     int filesInUse = 0;
+    std::vector<std::string> definitions;                        ///< "name=value" of deflognam
     std::vector<std::pair<std::string, unsigned char>> searches; ///< directory and option
     int searchesInUse = 0;
     std::vector<std::string> errors;   ///< "module:line: message"
