@@ -10,9 +10,14 @@
 /// White space is a blank, a tab, a line feed, a vertical tab, a form feed or a carriage return, whatever the
 /// locale and the flags of the stream are. None is written.
 ///
-/// The readers skip white space behind a bracket, and an element there may begin with such a byte: an integer
-/// or a length whose lowest byte is 9 to 13 or 32 (machines that store it first) does not come back when it
-/// stands directly behind a bracket.
+/// Brackets and the two questions take white space, and an element may begin with such a byte: an integer or
+/// a text whose lowest byte (of the text's length) is 9 to 13 or 32, on machines that store it first, and a
+/// real such as 0.64 on every machine. Directly behind a bracket, or where a question is asked, such an
+/// element does not come back; and a question takes one that begins with 123 or 125 for a bracket. So let a
+/// group begin with an integer that can do no harm (a version, a count), and ask only where a bracket may
+/// stand.
+///
+/// A stream for both directions is named as one of them: `std::ostream& out = stringStream`.
 ///
 /// Failures show in the state of the stream alone: every function sets failbit where it says so, beside what
 /// reading and writing set by themselves (eofbit and failbit at the end), and badbit when there is no memory
@@ -73,9 +78,8 @@ QXCMS_API std::istream& ReadDouble(double* value, std::istream& stream);
 
 /// Reads a text. Of one that is longer than size - 1 characters the rest stays in the stream. A negative
 /// length sets failbit.
-/// @param buffer receives at most size - 1 characters and a terminator behind those that were there; null, or
-/// a
-///     size below 1, sets failbit once the length is read.
+/// @param buffer receives at most size - 1 characters and a terminator behind those that were there.
+///     Null, or a size below 1, sets failbit once the length is read.
 QXCMS_API std::istream& ReadCString(char* buffer, int size, std::istream& stream);
 
 /// Reads a text and keeps it up to its first zero character. Memory grows with the characters that are there.
@@ -92,8 +96,8 @@ QXCMS_API std::istream& BadInputOn(std::istream& stream);
 ///     and sets failbit when the terminator does not come.
 /// @param terminator an empty one, or null, is found behind the first character, or at once when characters
 ///     are skipped.
-/// @param count receives the number of characters stored, the terminator included, once that is found in a
-///     buffer; else it is as it was. May be null.
+/// @param count receives the number of characters read, the terminator included, once that is found in a
+///     buffer; a reading that fails counts, too. Else it is as it was. May be null.
 QXCMS_API std::istream& ReadUpTo(std::istream& stream, char* buffer, int size, const char* terminator,
                                  int* count);
 

@@ -261,6 +261,48 @@ TEST(streamHelpers, bracket_takesWhiteSpaceThatBeginsAnInteger) {
     EXPECT_EQ(value, 7);
 }
 
+TEST(streamHelpers, bracket_takesWhiteSpaceThatBeginsAReal) {
+    std::stringstream stream;
+    std::ostream& out = stream;
+    std::istream& in = stream;
+    CloseBracket(WriteDouble(0.64, OpenBracket(out)));
+    ASSERT_EQ(stream.str(), "{\x0A\xD7\x23\x3F}");
+    double value = 0.0;
+    ReadDouble(&value, OpenBracket(in));
+    EXPECT_EQ(value, static_cast<double>(std::bit_cast<float>(0x7D3F23D7u)));
+    EXPECT_TRUE(CloseBracket(in).fail());
+}
+
+// The integers of a list that is asked for its end before each of them.
+std::vector<int> askedFor(const std::vector<int>& list, std::istream& in, std::ostream& out) {
+    OpenBracket(out);
+    for (const int value : list)
+        WriteInt(value, out);
+    CloseBracket(out);
+    std::vector<int> values;
+    OpenBracket(in);
+    int value = 0;
+    while (!CloseBracketOn(in) && ReadInt(&value, in).good())
+        values.push_back(value);
+    return values;
+}
+
+TEST(streamHelpers, question_takesWhiteSpaceThatBeginsAnInteger) {
+    if (std::endian::native != std::endian::little)
+        GTEST_SKIP() << "integers begin with their highest byte";
+    std::stringstream stream;
+    EXPECT_THAT(askedFor({5, 32, 6}, stream, stream), testing::ElementsAre(5, 0x06000000, 0x7D000000));
+    EXPECT_TRUE(stream.fail());
+}
+
+TEST(streamHelpers, question_takesAnIntegerForABracket) {
+    if (std::endian::native != std::endian::little)
+        GTEST_SKIP() << "integers begin with their highest byte";
+    std::stringstream stream;
+    EXPECT_THAT(askedFor({5, 125, 6}, stream, stream), testing::ElementsAre(5));
+    EXPECT_TRUE(stream.good());
+}
+
 TEST(streamHelpers, bytesBesideWhiteSpace_beginAnElement) {
     for (const char first : {'\0', '\x08', '\x0E', '\x1F', '\x21', '\x85', '\xA0', '\xFF'}) {
         std::istringstream stream(std::string("{") + first);
