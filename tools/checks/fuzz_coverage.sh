@@ -35,12 +35,13 @@ for program in "${programs[@]}"; do
 done
 "$profdata" merge -o "$build/profiles/all.profdata" "$build"/profiles/*.profraw
 
-# The first program stands alone, the others behind "-object" each.
-objects=("${objects[@]:1}")
+# The first program stands alone, what follows behind "-object" each. The platform layer is a library of its own.
+objects=("${objects[@]:1}" -object "$build/lib/libqxcms_platform.so")
 
 cd "$root"
 sources=(base/*.h base/*.cpp cgats/*.cpp spectral/illuminant_file.cpp spectral/spectrum_encoding.cpp
-    spectral/tspectrum.cpp support/stream_helpers.cpp)
+    spectral/tspectrum.cpp support/stream_helpers.cpp support/file_name_escaping.cpp
+    platform/default/item_strings.cpp platform/default/real_conversion.cpp)
 "$cov" show "${objects[@]}" -instr-profile "$build/profiles/all.profdata" -show-branches=count \
     "${sources[@]}" >"$build/report.txt"
 printf '%-35s %8s %8s %8s %10s %8s %8s\n' source lines missed reached branches missed reached
