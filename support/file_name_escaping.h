@@ -2,8 +2,8 @@
 /// Names that users give, as keys and file names: what is illegal there is escaped, and comes back.
 ///
 /// An escape is "%" and two lower-case hexadecimal digits, the high one first: a space is "%20". With "%" in
-/// the set of illegal characters decoding gives every name back. A destination null or a source null is
-/// answered with 0; of these a destination that is there becomes empty. No memory is needed and nothing is
+/// the set of illegal characters decoding gives every name back. All three functions answer 0 where source or
+/// destination is null; with a null source the destination becomes empty. No memory is needed and nothing is
 /// thrown.
 #pragma once
 
