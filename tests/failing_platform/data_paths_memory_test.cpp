@@ -103,15 +103,15 @@ TEST_F(dataPathMemory, nameWithoutMemory_isNotChangedAndNotSaidToPointNowhere) {
 }
 
 TEST_F(dataPathMemory, sameDirectoryWithoutMemory_isNotDefined) {
-    constexpr const char* kName = "QX_OTHER_NAME_LONG_ENOUGH";
-    std::strcpy(qxcms_dp_get_main(), kName);
-    ASSERT_EQ(setenv(kName, "/a/folder/long/enough", 1), 0);
+    constexpr const char* kRoot = "QX_OTHER_NAME_LONG_ENOUGH";
+    std::strcpy(qxcms_dp_get_main(), kRoot);
+    ASSERT_EQ(setenv(kRoot, "/a/folder/long/enough", 1), 0);
     expectTheAnswerOrNone("/a/folder/long/enough",
                           [](char* out, int) { return qxcms_dp_set_cmsd("/a/folder/long/enough", out); });
     // A definition would go on without the variable.
-    unsetenv(kName);
+    unsetenv(kRoot);
     char out[QXCMS_LOGNAM_SIZE];
-    EXPECT_EQ(lognam(kName, out), -1);
+    EXPECT_EQ(lognam(kRoot, out), -1);
     std::strcpy(qxcms_dp_get_main(), "QX_CMS");
 }
 
