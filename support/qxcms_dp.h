@@ -10,7 +10,7 @@
 ///   or name, and an empty level, make a specification that cannot be translated.
 /// - What follows the first "." of a name must be ext, in either case of the letters, when that is given.
 /// - size is that of the buffer, the terminator included; nothing is written beyond it. The texts that a
-///   function is given may stand in the buffers that it writes.
+///   function is given may stand in the buffers that it writes, unless it says otherwise.
 /// - The result is 0; -10 when there is no such file; -1 when a specification could not be built or
 ///   translated, did not fit, lacks an argument, or there is no memory.
 /// - A wrong extension, and a file that was not found, are reported once, as an error of the module
