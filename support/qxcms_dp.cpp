@@ -157,7 +157,7 @@ File openForReading(const char* path) {
         return nullptr;
     errno = 0;
     File file(std::fopen(path, "rb"));
-    // A file that is there must not pass for one that is not.
+    // Without memory a file that is there must not pass for one that is not.
     if (file == nullptr && errno == ENOMEM)
         throw std::bad_alloc();
     return file;
