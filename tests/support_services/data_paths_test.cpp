@@ -1,4 +1,5 @@
 // Data files below the main logical name: specifications, paths, searches in both trees, and the name itself.
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -557,6 +558,15 @@ TEST_F(dataRoot, newName_isTakenAndTheOldOneGiven) {
     EXPECT_EQ(qxcms_dp_gp(out, sizeof out, "ill", "d65", "ill", "w"), 0);
     EXPECT_STREQ(out, "/other/w/ill/d65.ill");
     EXPECT_THAT(reports.errors, IsEmpty());
+}
+
+TEST_F(dataRoot, memoryThatRanOutBefore_isNotAskedAbout) {
+    errno = ENOMEM;
+    EXPECT_EQ(qxcms_dp_set_qxcms_main_dir_lognam("QX_OTHER", out, sizeof out), -1);
+    EXPECT_EQ(reports.errors.size(), 1u);
+    std::strcpy(qxcms_dp_get_main(), "QX_OTHER");
+    errno = ENOMEM;
+    EXPECT_EQ(qxcms_dp_get_main_dirn(out), 0);
 }
 
 TEST_F(dataRoot, nameWithoutATranslation_isRefused) {
