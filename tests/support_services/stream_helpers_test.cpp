@@ -76,6 +76,18 @@ private:
     std::string text;
 };
 
+// Counts what it is given and keeps nothing.
+class CountingBuffer : public std::streambuf {
+public:
+    std::streamsize count = 0;
+
+protected:
+    std::streamsize xsputn(const char*, std::streamsize given) override {
+        count += given;
+        return given;
+    }
+};
+
 // Writers.
 
 TEST(streamHelpers, brackets_areOneCharacterEach) {
@@ -188,6 +200,12 @@ TEST(streamHelpers, textTooLongForItsLength_setsFailbitAndWritesNothing) {
     WriteCString(text, stream);
     EXPECT_EQ(stream.rdstate(), ios::failbit);
     EXPECT_EQ(stream.str(), "");
+    // One character less is the longest text.
+    CountingBuffer buffer;
+    std::ostream counted(&buffer);
+    WriteCString(text + 1, counted);
+    EXPECT_TRUE(counted.good());
+    EXPECT_EQ(buffer.count, 4 + std::streamsize{2147483647});
     munmap(memory, kLength + kPiece);
     close(file);
 }
