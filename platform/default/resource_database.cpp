@@ -191,7 +191,8 @@ bool hasChanges(const rdb_file& file) {
 } // namespace
 
 rdb_db* rdb_open(void) {
-    return guarded<rdb_db*>(nullptr, [] { return new rdb_db; });
+    rdb_db* const opened = guarded<rdb_db*>(nullptr, [] { return new rdb_db; });
+    return opened != nullptr ? opened : nothing(kNoDatabase);
 }
 
 rdb_file* rdb_push_rfile(rdb_db* db, const char* path) {
