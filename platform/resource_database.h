@@ -5,7 +5,8 @@
 /// A resource file holds topics, a topic holds items, an item holds one value text; all in their order of
 /// addition. Names are unique (those of items in their topic), compared byte by byte, may be empty and may
 /// hold any byte but NUL, as may values. Topics and items carry a text beside, a remark that no operation
-/// reads.
+/// reads. A topic with its remark, or an item with its value and remark, of more than 999,000,000 bytes
+/// cannot be written: every rdb_flush fails while there is one.
 ///
 /// A database (`rdb_db`) is what files are pushed to. A topic is looked for in the file that came last, then
 /// in the one before it and so on: a topic hides those of the same name in earlier files, with all their
@@ -16,6 +17,10 @@
 /// changes to write to the file, or by pushing it once more. Each rdb_flush writes to each file in one
 /// transaction: after a crash at any moment the file holds what the last completed one left.
 ///
+/// The name "<path>-journal" belongs to a resource file: rdb_flush writes there, and what stands there when
+/// the file is opened is used to undo an interrupted writing, and deleted. So a name may have 247 bytes and a
+/// path, links resolved, 504.
+///
 /// Pointers that are given out (values, names) are valid until the database is changed, flushed or closed;
 /// operations that look for something leave them.
 /// A database is used by one thread at a time; `rdb_err` is one for the whole process.
@@ -24,7 +29,7 @@
 ///  - 1, no resource file specified: the path is null or empty;
 ///  - 2, a resource file cannot be opened or created;
 ///  - 3, no entries: the n-th topic or item is asked for where there is none at all;
-///  - 4, the database is null;
+///  - 4, the database is null, or there is no memory for one;
 ///  - 5, the database has no files;
 ///  - 6, the file is null or is not one of the database's;
 ///  - 7, a topic cannot be added: it is there already, its name is null, or there is no memory for its place;
@@ -55,18 +60,19 @@ struct rdb_file;
 /// The last error, 0 to 20; 0: none. Whoever has dealt with it sets it to 0.
 extern QXCMS_API int rdb_err;
 
-/// A new database without files, to be released with rdb_close. @return null when there is no memory.
+/// A new database without files, to be released with rdb_close. @return null when there is no memory (4).
 QXCMS_API rdb_db* rdb_open(void);
 
 /// Makes an existing resource file the one in which topics are looked for first.
-/// A file of another kind, an empty one too, is left untouched. While another process writes to the file this
-/// waits for it, two seconds at most.
+/// A file without the marks of a resource file, an empty one too, is left untouched. While another process
+/// writes to the file this waits for it, two seconds at most.
 /// @param path a plain path; relative ones count from the folder that is current now.
 /// @return null when the file cannot be read (1, 2, 4).
 QXCMS_API rdb_file* rdb_push_rfile(rdb_db* db, const char* path);
 
 /// Makes a new resource file without topics, at once, and pushes it. Nothing that stands under the path, a
-/// symbolic link too, is ever replaced.
+/// symbolic link too, is ever replaced; under "<path>-journal" nothing but the journal of a resource file
+/// that is gone. The path of the folder, links resolved, may have 460 bytes.
 /// @return null when it cannot be made (1, 2, 4).
 QXCMS_API rdb_file* rdb_create_rfile(rdb_db* db, const char* path);
 
@@ -116,8 +122,9 @@ QXCMS_API const char* rdb_posat_item(rdb_db* db, const char* topic, int n);
 
 /// Writes the changes to the files, those of one file in one transaction. Items that others wrote meanwhile
 /// stay, but for those that are written here; a topic that others removed comes back with the items that are
-/// written. While another process uses a file this waits for it: two seconds for its writers and two for its
-/// readers at most. Changes that could not be written are kept and are tried again by the next flush.
+/// written; the remark of a topic stays as the first wrote it, that of an item is the later one. While
+/// another process uses a file this waits for it, two seconds at most. Changes that could not be written are
+/// kept and are tried again by the next flush.
 /// @return 1, or 0 when the changes to a file could not be written (4, 5, 12).
 QXCMS_API int rdb_flush(rdb_db* db);
 

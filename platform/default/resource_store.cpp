@@ -5,6 +5,9 @@
 #include <sys/random.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -12,6 +15,8 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
+#include <thread>
 #include <unordered_map>
 #include <utility>
 
@@ -23,11 +28,15 @@ namespace {
 namespace fs = std::filesystem;
 
 /// What marks a resource file in its header: "QXRF", and the version of the tables.
-constexpr int kApplication = 0x51585246;
-constexpr int kVersion = 1;
+constexpr std::uint32_t kApplication = 0x51585246;
+constexpr std::uint32_t kVersion = 1;
 
-/// How long one lock of another process is waited for, in milliseconds.
-constexpr int kLongestWait = 2000;
+/// How long others are waited for, by one operation on one file, and after how long they are asked again.
+constexpr std::chrono::milliseconds kLongestWait(2000);
+constexpr std::chrono::milliseconds kPause(2);
+
+/// The longest path that SQLite takes, so that that of the journal fits too.
+constexpr std::size_t kLongestPath = 504;
 
 /// The tables of version 1. They stand in the file letter by letter, and a file with others is refused.
 constexpr char kTopicTable[] =
@@ -45,7 +54,8 @@ void demand(bool holds) {
         throw std::runtime_error("resource file");
 }
 
-/// Bytes that are not those of any other process; SQLite's own repeat themselves in a forked one.
+/// Bytes that are not those of any other process. SQLite's own repeat themselves in one that was forked and
+/// has opened no database yet.
 std::string randomBytes() {
     std::string bytes(16, '\0');
     demand(getrandom(bytes.data(), bytes.size(), 0) == static_cast<ssize_t>(bytes.size()));
@@ -66,21 +76,40 @@ struct Closing {
     void operator()(sqlite3* connection) const { sqlite3_close(connection); }
     void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
 };
-using Connection = std::unique_ptr<sqlite3, Closing>;
 
-/// Opens a database that exists. What its tables might bring along (triggers, views) is not run.
-Connection connectTo(const std::string& path, int flags) {
-    sqlite3* opened = nullptr;
-    const int result = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
-    Connection connection(opened);
-    demand(result == SQLITE_OK);
-    for (const int setting :
-         {SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW, SQLITE_DBCONFIG_TRUSTED_SCHEMA})
-        demand(sqlite3_db_config(opened, setting, 0, nullptr) == SQLITE_OK);
-    demand(sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr) == SQLITE_OK);
-    demand(sqlite3_busy_timeout(opened, kLongestWait) == SQLITE_OK);
-    return connection;
-}
+/// A database that exists, opened. What its tables might bring along (triggers, views) is not run: files with
+/// such are refused, but not before SQLite has read their schema. Waits for others, all waits together no
+/// longer than kLongestWait.
+class Connection {
+public:
+    Connection(const std::string& path, int flags) {
+        sqlite3* opened = nullptr;
+        const int result = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
+        database.reset(opened);
+        demand(result == SQLITE_OK);
+        for (const int setting :
+             {SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW, SQLITE_DBCONFIG_TRUSTED_SCHEMA})
+            demand(sqlite3_db_config(opened, setting, 0, nullptr) == SQLITE_OK);
+        demand(sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr) == SQLITE_OK);
+        demand(sqlite3_busy_handler(opened, &Connection::wait, this) == SQLITE_OK);
+    }
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    sqlite3* get() const { return database.get(); }
+
+private:
+    /// @return 0 when the time is over.
+    static int wait(void* connection, int) {
+        if (std::chrono::steady_clock::now() >= static_cast<const Connection*>(connection)->deadline)
+            return 0;
+        std::this_thread::sleep_for(kPause);
+        return 1;
+    }
+
+    std::chrono::steady_clock::time_point deadline = std::chrono::steady_clock::now() + kLongestWait;
+    std::unique_ptr<sqlite3, Closing> database;
+};
 
 /// A prepared statement. Names and values reach the database by being bound, never as part of a statement.
 class Statement {
@@ -131,12 +160,6 @@ void run(sqlite3* connection, const char* sql) {
     Statement(connection, sql).run();
 }
 
-std::int64_t askForInteger(sqlite3* connection, const char* sql) {
-    Statement question(connection, sql);
-    demand(question.next());
-    return question.integer(0);
-}
-
 std::string askForBytes(sqlite3* connection, const char* sql) {
     Statement question(connection, sql);
     demand(question.next());
@@ -168,16 +191,49 @@ std::string uriOfUntouched(const std::string& path) {
     return uri + "?immutable=1";
 }
 
-/// Refuses what is no resource file, before anything is done that might change it.
+/// The first bytes of a file, as the format of SQLite lays them out.
+class Header {
+public:
+    /// Read through a file of SQLite: closing another descriptor would end the locks that this process has.
+    explicit Header(sqlite3* connection) {
+        sqlite3_file* file = nullptr;
+        demand(sqlite3_file_control(connection, "main", SQLITE_FCNTL_FILE_POINTER, &file) == SQLITE_OK);
+        demand(file->pMethods->xRead(file, bytes, sizeof bytes, 0) == SQLITE_OK);
+    }
+
+    bool isOfADatabase() const { return std::equal(std::begin(kMagic), std::end(kMagic), bytes); }
+    /// False for a write-ahead log, which would stand in two more files.
+    bool hasRollbackJournal() const { return bytes[18] == 1 && bytes[19] == 1; }
+    std::uint32_t version() const { return number(60); }
+    std::uint32_t application() const { return number(68); }
+
+private:
+    static constexpr char kMagic[] = "SQLite format 3";
+
+    std::uint32_t number(std::size_t place) const {
+        std::uint32_t value = 0;
+        for (std::size_t i = 0; i < 4; ++i)
+            value = value << 8 | bytes[place + i];
+        return value;
+    }
+
+    unsigned char bytes[72];
+};
+
+/// Refuses what is no resource file, before anything is done that might change it. The marks are looked up in
+/// the bytes: SQLite takes a file for damaged while it grows, or where that was interrupted.
 void demandMarks(const std::string& path) {
     demand(fs::is_regular_file(path));
-    const Connection connection = connectTo(uriOfUntouched(path), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
-    demand(askForInteger(connection.get(), "PRAGMA application_id") == kApplication);
-    demand(askForInteger(connection.get(), "PRAGMA user_version") == kVersion);
+    const Connection untouched(uriOfUntouched(path), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+    const Header header(untouched.get());
+    demand(header.isOfADatabase() && header.hasRollbackJournal() && header.application() == kApplication &&
+           header.version() == kVersion);
 }
 
+/// What SQLite keeps beside the tables (the statistics of ANALYZE) does no harm.
 void demandTables(sqlite3* connection) {
-    Statement tables(connection, "SELECT sql FROM sqlite_schema WHERE sql IS NOT NULL ORDER BY rowid");
+    Statement tables(connection, "SELECT sql FROM sqlite_schema WHERE sql IS NOT NULL AND name NOT GLOB "
+                                 "'sqlite_*' ORDER BY rowid");
     for (const char* const expected : kTables)
         demand(tables.next() && tables.bytes(0) == expected);
     demand(!tables.next());
@@ -186,7 +242,14 @@ void demandTables(sqlite3* connection) {
 /// Opens a resource file, for reading alone where it cannot be written. An interrupted writing is undone.
 Connection openResourceFile(const std::string& path) {
     demandMarks(path);
-    return connectTo(path, SQLITE_OPEN_READWRITE);
+    return Connection(path, SQLITE_OPEN_READWRITE);
+}
+
+/// A name, value or remark. They are handed out as texts with a terminator, and so they hold none.
+std::string textOf(Statement& row, int column) {
+    std::string text = row.bytes(column);
+    demand(text.find('\0') == std::string::npos);
+    return text;
 }
 
 constexpr char kAskForRevision[] = "SELECT value FROM revision";
@@ -198,8 +261,8 @@ ResourceContent contentOf(sqlite3* connection) {
     Statement topics(connection, "SELECT id, name, text FROM topic ORDER BY id");
     while (topics.next()) {
         auto topic = std::make_unique<ResourceTopic>();
-        topic->name = topics.bytes(1);
-        topic->text = topics.bytes(2);
+        topic->name = textOf(topics, 1);
+        topic->text = textOf(topics, 2);
         topic->stored = true;
         byNumber.emplace(topics.integer(0), topic.get());
         content.topics.append(std::move(topic));
@@ -209,9 +272,9 @@ ResourceContent contentOf(sqlite3* connection) {
         const auto topic = byNumber.find(items.integer(0));
         demand(topic != byNumber.end());
         auto item = std::make_unique<ResourceItem>();
-        item->name = items.bytes(1);
-        item->value = items.bytes(2);
-        item->text = items.bytes(3);
+        item->name = textOf(items, 1);
+        item->value = textOf(items, 2);
+        item->text = textOf(items, 3);
         topic->second->items.append(std::move(item));
     }
     return content;
@@ -260,7 +323,8 @@ void forgetChanges(ResourceContent& content, std::string revision) noexcept {
 
 void write(const std::string& path, ResourceContent& content) {
     const Connection connection = openResourceFile(path);
-    run(connection.get(), "PRAGMA synchronous = FULL");
+    // The folder too, when the journal is gone: a power cut would bring it back.
+    run(connection.get(), "PRAGMA synchronous = EXTRA");
     Transaction writing(connection.get(), "BEGIN IMMEDIATE");
     demandTables(connection.get());
     const bool othersWrote = askForBytes(connection.get(), kAskForRevision) != content.revision;
@@ -295,28 +359,87 @@ public:
     std::string path;
 };
 
-ResourceContent writeEmptyContent(const std::string& path) {
-    const Connection connection = connectTo(path, SQLITE_OPEN_READWRITE);
-    Transaction writing(connection.get(), "BEGIN IMMEDIATE");
-    run(connection.get(), ("PRAGMA application_id = " + std::to_string(kApplication)).c_str());
-    run(connection.get(), ("PRAGMA user_version = " + std::to_string(kVersion)).c_str());
+/// A descriptor of a file or folder; below 0 when it cannot be opened.
+class Descriptor {
+public:
+    Descriptor(const std::string& path, int flags) : number(open(path.c_str(), flags | O_CLOEXEC)) {}
+    ~Descriptor() {
+        if (number >= 0)
+            close(number);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    const int number;
+};
+
+/// What an interrupted writing has left of a file that is gone: it would be taken for that of a new one.
+/// Looked up before it is seen that there is no file, so that it is not the journal of a living one.
+class LeftoverJournal {
+public:
+    /// Refuses what is no journal, and names that are too long for one.
+    explicit LeftoverJournal(const std::string& file)
+        : path(file + "-journal"), journal(path, O_RDWR | O_NOFOLLOW) {
+        if (journal.number < 0) {
+            demand(errno == ENOENT);
+            return;
+        }
+        // A journal begins with zeros until it counts.
+        constexpr std::string_view kMagic("\xd9\xd5\x05\xf9\x20\xa1\x63\xd7");
+        char bytes[kMagic.size()] = {};
+        const ssize_t size = pread(journal.number, bytes, sizeof bytes, 0);
+        const std::string_view beginning(bytes, sizeof bytes);
+        demand(size == 0 || (size == sizeof bytes &&
+                             (beginning == kMagic || beginning == std::string_view("\0\0\0\0\0\0\0", 8))));
+    }
+
+    /// Makes it count no longer, whatever has become of its name.
+    void empty() const {
+        if (journal.number >= 0)
+            demand(ftruncate(journal.number, 0) == 0 && fsync(journal.number) == 0);
+    }
+    /// To be called by the one who made the file, while nobody else can write to it.
+    void remove() const {
+        if (journal.number >= 0)
+            unlink(path.c_str());
+    }
+
+private:
+    std::string path;
+    Descriptor journal;
+};
+
+ResourceContent writeEmptyContent(sqlite3* connection) {
+    Transaction writing(connection, "BEGIN IMMEDIATE");
+    run(connection, ("PRAGMA application_id = " + std::to_string(kApplication)).c_str());
+    run(connection, ("PRAGMA user_version = " + std::to_string(kVersion)).c_str());
     for (const char* const table : kTables)
-        run(connection.get(), table);
+        run(connection, table);
     const std::string revision = randomBytes();
-    Statement(connection.get(), "INSERT INTO revision VALUES (?1)").bind(1, revision).run();
-    ResourceContent content = contentOf(connection.get());
+    Statement(connection, "INSERT INTO revision VALUES (?1)").bind(1, revision).run();
+    ResourceContent content = contentOf(connection);
     writing.commit();
     return content;
 }
 
 ResourceContent create(const std::string& path) {
+    std::error_code failure;
+    const fs::path folder = fs::canonical(fs::path(path).parent_path(), failure);
+    demand(!failure && (folder / fs::path(path).filename()).native().size() <= kLongestPath);
+    const LeftoverJournal leftover(path);
     demand(!fs::exists(fs::symlink_status(path)));
     // The file is whole before it has its name, and the name is not taken from another.
-    const TemporaryFile file(fs::path(path).parent_path());
-    ResourceContent content = writeEmptyContent(file.path);
-    // What an interrupted writing has left of a file that is gone would be taken for this one's.
-    unlink((path + "-journal").c_str());
+    const TemporaryFile file(folder);
+    const Connection connection(file.path, SQLITE_OPEN_READWRITE);
+    ResourceContent content = writeEmptyContent(connection.get());
+    leftover.empty();
+    // Nobody writes to the new file, and so has a journal, before the leftover one is gone.
+    const Transaction lock(connection.get(), "BEGIN EXCLUSIVE");
     demand(link(file.path.c_str(), path.c_str()) == 0);
+    leftover.remove();
+    // Where this cannot be done the next flush does it.
+    const Descriptor names(folder.native(), O_RDONLY | O_DIRECTORY);
+    fsync(names.number);
     return content;
 }
 

@@ -62,10 +62,12 @@ TEST(resourceDatabase, creatingAndFlushing_leaveNothingBesideTheFile) {
 }
 
 TEST(resourceDatabase, createdFile_hasTheModeBitsOfTheProcess) {
-    const mode_t before = umask(027);
-    NewFile made;
-    umask(before);
-    EXPECT_EQ(fs::status(made.path).permissions(), static_cast<fs::perms>(0640));
+    for (const mode_t mask : {027u, 002u}) {
+        const mode_t before = umask(mask);
+        NewFile made;
+        umask(before);
+        EXPECT_EQ(fs::status(made.path).permissions(), static_cast<fs::perms>(0666 & ~mask));
+    }
 }
 
 TEST(resourceDatabase, creating_neverGoesOverWhatIsThere) {
