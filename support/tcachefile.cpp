@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <iterator>
 #include <string>
 
 #include "base/guarded.h"
@@ -56,6 +57,14 @@ std::string storedForm(const char* text, int encode) {
     return encode != 0 ? escaped(text) : std::string(text);
 }
 
+// The database counts it as an error that something is not there, or no longer. Where that is no failure,
+// rdb_err becomes what it was before.
+void forgetWhatIsMissing(int before) {
+    constexpr int kMissing[] = {3, 13, 14, 15, 17};
+    if (std::find(std::begin(kMissing), std::end(kMissing), rdb_err) != std::end(kMissing))
+        rdb_err = before;
+}
+
 // Kept on purpose: "to the data base" also where a topic is removed
 // (cacheFileFaults.topicThatCannotBeRemoved_isReportedAsToTheDataBase).
 std::string topicMessage(const char* what, const char* topic) {
@@ -97,9 +106,16 @@ void TCacheFile::open(const char* path, int create) {
         return;
     }
     if (path != nullptr) {
+        const int before = rdb_err;
         file = rdb_push_rfile(database.get(), path);
-        if (file == nullptr && create != 0)
+        if (file == nullptr && create != 0) {
             file = rdb_create_rfile(database.get(), path);
+            // Another may have made it just before.
+            if (file == nullptr)
+                file = rdb_push_rfile(database.get(), path);
+            if (file != nullptr)
+                rdb_err = before;
+        }
     }
     if (file == nullptr) {
         state = kNotPushed;
@@ -138,8 +154,10 @@ int TCacheFile::AddTopic(const char* topic, int encodeTopic) {
         const std::string stored = storedForm(topic, encodeTopic);
         // Kept on purpose: a topic that is there already is refused in silence
         // (cacheFile.addTopic_thatIsThere_isRefusedInSilence).
+        const int before = rdb_err;
         if (rdb_search_topic(database.get(), stored.c_str()) != 0)
             return kFailed;
+        forgetWhatIsMissing(before);
         return addTopic(topic, stored.c_str());
     });
 }
@@ -156,8 +174,11 @@ int TCacheFile::RemoveTopic(const char* topic, int encodeTopic) {
 }
 
 int TCacheFile::store(const char* topic, const char* storedTopic, const char* item, const char* text) {
+    const int before = rdb_err;
     const char* previous = nullptr;
     const bool exists = rdb_search(database.get(), storedTopic, item, &previous) != 0;
+    if (!exists)
+        forgetWhatIsMissing(before);
     const int done = exists ? rdb_modify(database.get(), storedTopic, item, text)
                             : rdb_add_item(database.get(), storedTopic, item, text, kNoText);
     if (done != 0)
@@ -197,9 +218,12 @@ int TCacheFile::ChangeIntItem(const char* topic, const char* item, int delta, in
     if (topic == nullptr || item == nullptr)
         return kFailed;
     return guarded(kFailed, [&] {
+        const int before = rdb_err;
         int previous = 0;
-        if (rdb_search_int(database.get(), storedForm(topic, encodeTopic).c_str(), item, &previous) == 0)
+        if (rdb_search_int(database.get(), storedForm(topic, encodeTopic).c_str(), item, &previous) == 0) {
             previous = 0;
+            forgetWhatIsMissing(before);
+        }
         // Kept on purpose: the maximum has the last word, also over a minimum above it
         // (cacheFile.changeIntItem_maximumBelowMinimum_wins).
         const std::int64_t sum = std::max<std::int64_t>(std::int64_t{previous} + delta, minimum);
@@ -258,6 +282,7 @@ void TCacheFile::ScanTopicsInit() {
 const char* TCacheFile::ScanTopics(const char* filter, int restart) {
     if (restart != 0)
         ScanTopicsInit();
+    const int before = rdb_err;
     while (const char* const topic = rdb_posat_topic(database.get(), file, topicPosition)) {
         ++topicPosition;
         if (strcmp_ci(topic, kInternalTopic) == 0)
@@ -269,6 +294,7 @@ const char* TCacheFile::ScanTopics(const char* filter, int restart) {
         if (std::strstr(topic, filter) != nullptr)
             return topic + std::strlen(filter);
     }
+    forgetWhatIsMissing(before);
     return nullptr;
 }
 
@@ -283,9 +309,12 @@ const char* TCacheFile::ScanItems(const char* topic, const char** value, int res
         *value = nullptr;
     if (topic == nullptr)
         return nullptr;
+    const int before = rdb_err;
     const char* const item = rdb_posat_item(database.get(), topic, itemPosition);
-    if (item == nullptr)
+    if (item == nullptr) {
+        forgetWhatIsMissing(before);
         return nullptr;
+    }
     ++itemPosition;
     if (value != nullptr && rdb_search(database.get(), topic, item, value) == 0) {
         *value = nullptr;
@@ -298,6 +327,7 @@ int TCacheFile::CopyTopic(const TCacheFile& other, const char* topic) {
     if (topic == nullptr)
         return kFailed;
     return guarded(kFailed, [&] {
+        const int before = rdb_err;
         rdb_db* const source = other.database.get();
         if (rdb_search_topic(source, topic) == 0)
             return kFailed;
@@ -312,6 +342,7 @@ int TCacheFile::CopyTopic(const TCacheFile& other, const char* topic) {
             if (store(topic, topic, item, value) != 0)
                 return kFailed;
         }
+        forgetWhatIsMissing(before);
         return 0;
     });
 }

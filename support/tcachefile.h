@@ -17,13 +17,23 @@ struct LayoutProbe;
 /// A resource file of topics, each with items of one value text.
 ///
 /// What is added, changed or removed is in the file after Save; what was not saved by then is lost with the
-/// object. Any text can be the name of a topic: with the flag `encodeTopic` its characters `$%
-/// ./\*[]@?:|#<>";` are stored as "%" and two hexadecimal digits (TCMS_EncodeIllegalCharacters), the topic "a
-/// b" as "a%20b". The same flag finds it again. Names of items are stored as they are.
+/// object. What other objects and processes saved to the same file is seen in a new object, and in this one
+/// after a Save that had something to write.
+///
+/// Any text can be the name of a topic: with the flag `encodeTopic` these 18 characters, the blank among
+/// them,
+///
+///     $% ./\*[]@?:|#<>";
+///
+/// are stored as "%" and two hexadecimal digits (TCMS_EncodeIllegalCharacters), and the topic
+/// `a b` becomes `a%20b`. The same flag finds it again. Names of items are stored as they are.
 ///
 /// Flags are set when they are non-zero. Operations answer -1 when they fail; a null name, text or buffer is
-/// such a failure, without a report, as is the want of memory. An object whose status is not 0 holds nothing.
-/// Texts that are handed out belong to the object and are valid until its next operation.
+/// such a failure, without a report. The want of memory may be reported or not. An object whose status is not
+/// 0 holds nothing. What the database says of a failure that is not reported stands in `rdb_err`
+/// (platform/resource_database.h); operations that do not fail leave that as it is.
+/// Texts that are handed out belong to the object and are valid until something is added, changed, removed or
+/// saved.
 class QXCMS_API TCacheFile {
 public:
     /// Who is told of a failure, qxcms_rdb_err for one.
@@ -33,15 +43,16 @@ public:
     /// RDB" (status 1) or "Unable to push file <path>" (status 3). @param directory may be null.
     TCacheFile(const char* name, const char* directory);
 
-    /// Opens the file of this path. @param create makes it where it cannot be opened; a file that is there
-    /// already is never written over. Reports as the other constructor.
+    /// Opens the file of this path. @param create makes it where it cannot be opened, and opens it after all
+    /// where another was faster; a file that is there already is never written over. Reports as the other
+    /// constructor.
     TCacheFile(const char* path, int create);
 
     TCacheFile(const TCacheFile&) = delete;
     TCacheFile& operator=(const TCacheFile&) = delete;
 
-    /// Receives every message of the class: both texts with a blank between them, or the one that is not
-    /// null.
+    /// Receives every message of the class but those of the constructors: both texts with a blank between
+    /// them, or the one that is not null.
     /// @param reporter is given the message; without one it is reported as module "tcachefile", line 0.
     virtual void SetErrMsg(const char* first, const char* second, Reporter reporter);
     virtual ~TCacheFile();
@@ -83,6 +94,8 @@ public:
     /// The next topic as it is stored, in the order of addition; never "_internal_", in any letter case.
     /// @param filter null, or text that the topic must contain. Meant as a prefix: the result begins behind
     /// as many characters as the filter has, wherever in the topic it was found.
+    /// The scan counts: when the topic that it gave last is removed, it passes over the next one, so that who
+    /// removes topics begins anew each time.
     /// @param restart begins with the first topic. @return null when there is no further one.
     const char* ScanTopics(const char* filter, int restart);
 
@@ -95,12 +108,14 @@ public:
 
     /// Copies a topic (the name as it is stored) with all its items from another file. Where this file has
     /// the topic, its items stay, and those of the same names get the values of the other file.
-    /// @return 0; -1 when the other file has no such topic or something could not be added.
+    /// @return 0; -1 when the other file has no such topic or something could not be added: what was copied
+    /// by then stays.
     int CopyTopic(const TCacheFile& other, const char* topic);
 
     /// Nothing needs preparation. @return 0.
     int InitSave();
-    /// Writes what was changed into the file. @return 0; -1, without a report, when it could not be written.
+    /// Writes what was changed into the file; waits two seconds at most while others use it.
+    /// @return 0; -1, without a report, when it could not be written.
     int Save();
 
     /// True when the names given to the constructors are equal, case included; directories are not compared.

@@ -80,6 +80,18 @@ TEST(resourceErrors, missingContext_countsAsEmpty) {
     EXPECT_EQ(reportOf(15, nullptr), " : Topic not found in database");
 }
 
+TEST(resourceErrors, code_isClearedBeforeTheReport) {
+    int codeAtTheReport = -1;
+    const qxcms_report_handler handler = {
+        [](void* context, const char*, const char*, int) { *static_cast<int*>(context) = rdb_err; },
+        [](void*, int, const char*) {}, &codeAtTheReport};
+    qxcms_set_report_handler(&handler);
+    rdb_err = 12;
+    qxcms_rdb_err("saving");
+    qxcms_set_report_handler(nullptr);
+    EXPECT_EQ(codeAtTheReport, 0);
+}
+
 TEST(resourceErrors, reports_areCutAt255Characters) {
     EXPECT_EQ(reportOf(0, std::string(255, 'x').c_str()), std::string(255, 'x'));
     EXPECT_EQ(reportOf(0, std::string(256, 'x').c_str()), std::string(255, 'x'));

@@ -10,8 +10,10 @@
 
 #include <gmock/gmock.h>
 
+#include "platform/resource_database.h"
 #include "support/tcachefile.h"
 #include "tests/support/reports.h"
+#include "tests/support/resource_files.h"
 #include "tests/support/scratch.h"
 
 namespace qxcms::tests {
@@ -111,6 +113,59 @@ TEST_F(cacheFile, fileThatIsThere_isOpenedThoughCreatingWasAllowed) {
     TCacheFile again(path.c_str(), 1);
     EXPECT_EQ(again.GetStatus(), 0);
     EXPECT_THAT(topicsOf(again), ElementsAre("t"));
+}
+
+// Of two programs that start together one makes the file, and the other uses it.
+TEST_F(cacheFile, missingFileThatTwoProcessesMake_servesBoth) {
+    for (int run = 0; run < 20; ++run) {
+        const std::string missing = scratch.path("missing " + std::to_string(run));
+        SharedMemory shared;
+        const auto construct = [&](int number) {
+            ++shared->ready;
+            waitFor([&] { return shared->go == 1; });
+            shared->answers[number] = TCacheFile(missing.c_str(), 1).GetStatus() == 0 ? 1 : 2;
+        };
+        Child first([&] { construct(0); });
+        Child second([&] { construct(1); });
+        waitFor([&] { return shared->ready == 2; });
+        shared->go = 1;
+        first.end();
+        second.end();
+        ASSERT_EQ(shared->answers[0], 1);
+        ASSERT_EQ(shared->answers[1], 1);
+    }
+}
+
+TEST_F(cacheFile, goodRun_leavesNoError) {
+    rdb_err = 0;
+    TCacheFile made(scratch.path("made").c_str(), 1);
+    EXPECT_EQ(rdb_err, 0) << "made";
+    ASSERT_EQ(made.AddTopic("a", 0), 0);
+    EXPECT_EQ(rdb_err, 0) << "new topic";
+    ASSERT_EQ(made.AddItem("a", "i", "x", 0, 0), 0);
+    EXPECT_EQ(rdb_err, 0) << "new item";
+    ASSERT_EQ(made.ChangeIntItem("a", "n", 1, 0, 9, 0), 0);
+    EXPECT_EQ(rdb_err, 0) << "new number";
+    EXPECT_THAT(topicsOf(made), SizeIs(1));
+    EXPECT_EQ(rdb_err, 0) << "end of the topics";
+    EXPECT_THAT(itemsOf(made, "a"), SizeIs(2));
+    EXPECT_EQ(rdb_err, 0) << "end of the items";
+    ASSERT_EQ(cache.CopyTopic(made, "a"), 0);
+    EXPECT_EQ(rdb_err, 0) << "copied";
+    ASSERT_EQ(made.Save(), 0);
+    EXPECT_EQ(rdb_err, 0) << "saved";
+}
+
+// An error that somebody else has not dealt with yet is not this one's.
+TEST_F(cacheFile, goodRun_leavesTheErrorOfAnother) {
+    rdb_err = 12;
+    EXPECT_EQ(TCacheFile(scratch.path("made").c_str(), 1).GetStatus(), 0);
+    EXPECT_EQ(cache.AddTopic("u", 0), 0);
+    EXPECT_EQ(cache.AddItem("u", "i", "x", 0, 0), 0);
+    EXPECT_THAT(topicsOf(cache), ElementsAre("t", "u"));
+    EXPECT_THAT(itemsOf(cache, "u"), SizeIs(1));
+    EXPECT_EQ(rdb_err, 12);
+    rdb_err = 0;
 }
 
 TEST_F(cacheFile, fileOfAnotherKind_isNeitherOpenedNorWrittenOver) {
@@ -430,6 +485,18 @@ TEST_F(cacheFile, scanTopics_givesThemInTheOrderOfAddition) {
     EXPECT_THAT(reports.errors, IsEmpty());
 }
 
+// Kept simple: the scan counts topics, whatever becomes of them.
+TEST_F(cacheFile, scanTopics_passesOverOneForEachThatIsRemoved) {
+    for (const char* const topic : {"u", "v", "w"})
+        ASSERT_EQ(cache.AddTopic(topic, 0), 0);
+    for (const char* const expected : {"t", "v"}) {
+        ASSERT_STREQ(cache.ScanTopics(nullptr, 0), expected);
+        ASSERT_EQ(cache.RemoveTopic(expected, 0), 0);
+    }
+    EXPECT_EQ(cache.ScanTopics(nullptr, 0), nullptr);
+    EXPECT_THAT(topicsOf(cache), ElementsAre("u", "w"));
+}
+
 TEST_F(cacheFile, scanTopics_neverGivesTheInternalOne) {
     ASSERT_EQ(cache.AddTopic("_internal_", 0), 0);
     ASSERT_EQ(cache.AddTopic("_InterNAL_", 0), 0);
@@ -498,9 +565,8 @@ TEST_F(cacheFile, scans_keepSeparatePositions) {
     const char* value = nullptr;
     for (const char* name = cache.ScanTopics(nullptr, 1); name != nullptr;
          name = cache.ScanTopics(nullptr, 0)) {
-        const std::string topic = name;
         cache.ScanItemsInit();
-        while (const char* const item = cache.ScanItems(topic.c_str(), &value, 0))
+        while (const char* const item = cache.ScanItems(name, &value, 0))
             found.push_back(std::string(value) + item);
     }
     EXPECT_THAT(found, ElementsAre("t1", "t2", "u1", "u2"));
@@ -603,6 +669,9 @@ TEST_F(cacheFile, nothingGiven_isMinusOneInSilence) {
     EXPECT_EQ(cache.Search("t", nullptr, text, 8, 0, 0), -1);
     EXPECT_EQ(cache.Search("t", "i", static_cast<char*>(nullptr), 8, 0, 0), -1);
     EXPECT_EQ(cache.ScanItems(nullptr, nullptr, 1), nullptr);
+    const char* value = "old";
+    EXPECT_EQ(cache.ScanItems(nullptr, &value, 1), nullptr);
+    EXPECT_EQ(value, nullptr);
     EXPECT_EQ(cache.CopyTopic(cache, nullptr), -1);
     EXPECT_THAT(reports.errors, IsEmpty());
 }
