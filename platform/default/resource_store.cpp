@@ -389,8 +389,8 @@ public:
         char bytes[kMagic.size()] = {};
         const ssize_t size = pread(journal.number, bytes, sizeof bytes, 0);
         const std::string_view beginning(bytes, sizeof bytes);
-        demand(size == 0 || (size == sizeof bytes &&
-                             (beginning == kMagic || beginning == std::string_view("\0\0\0\0\0\0\0", 8))));
+        demand((size == 0 || size == sizeof bytes) &&
+               (beginning == kMagic || beginning.find_first_not_of('\0') == std::string_view::npos));
     }
 
     /// Makes it count no longer, whatever has become of its name.

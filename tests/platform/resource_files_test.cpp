@@ -185,8 +185,10 @@ TEST(resourceFiles, journalOfAFileThatIsGone_doesNotReachTheNewOne) {
     interruptWriting(source, target,
                      "UPDATE topic SET text = x'00'; UPDATE item SET value = randomblob(1000)");
     fs::remove(target);
+    fs::create_hard_link(target + "-journal", folder.path("journal"));
     OpenDatabase database;
     ASSERT_NE(database.create(target), nullptr);
+    EXPECT_EQ(fs::file_size(folder.path("journal")), 0u) << "counts if its removal is interrupted";
     EXPECT_THAT(contentOfResourceFile(target), IsEmpty());
     EXPECT_EQ(ForeignConnection(target).ask("PRAGMA integrity_check"), "ok\n");
 }
