@@ -24,7 +24,8 @@ QXCMS_API int lognam(const char* name, char* out);
 QXCMS_API int deflognam(const char* name, const char* value);
 
 /// Translates a specification into a path: "root:[a.b]name.ext" becomes "<root>/a/b/name.ext", "root:[a.b]"
-/// becomes "<root>/a/b/"; any other text is a plain path and is copied.
+/// becomes "<root>/a/b/", and "[a.]" is as "[a]"; any other text is a plain path and is copied. The result of
+/// a specification must not be that text itself: the searches for data files take it for one without a path.
 /// @return 0, or -1 when the root has no translation or the path does not fit `size` characters.
 QXCMS_API int fport(char* out, int size, const char* specification);
 

@@ -2,9 +2,9 @@
 /// Names that users give, as keys and file names: what is illegal there is escaped, and comes back.
 ///
 /// An escape is "%" and two lower-case hexadecimal digits, the high one first: a space is "%20". With "%" in
-/// the set of illegal characters decoding gives every name back. All three functions answer 0 where source or
-/// destination is null; with a null source the destination becomes empty. No memory is needed and nothing is
-/// thrown.
+/// the set of illegal characters decoding gives every name back, unless a suffix that was left holds a "%".
+/// All three functions answer 0 where source or destination is null; with a null source the destination
+/// becomes empty. No memory is needed and nothing is thrown.
 #pragma once
 
 #include "base/export.h"

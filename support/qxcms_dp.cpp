@@ -132,8 +132,8 @@ int pathOf(const DataFile& file, const char* tree, char* out, int size) {
     return specification ? translate(*specification, out, size) : kNoPath;
 }
 
-/// Kept on purpose: without a subdirectory the point stays, so that there is no path
-/// (dataPaths.partsWithoutASubdirectory_haveNoPath).
+/// Kept on purpose: without a subdirectory the point stays, which changes nothing
+/// (dataPaths.partsWithoutASubdirectory_areThoseOfTheTree).
 int partsOf(const DataFile& file, const char* tree, char* dirOut, char* nameOut, int size) {
     if (!hasExtensionAskedFor(file, "qxcms_dp_gp_path", kExtensionOfPartsLine))
         return kNoPath;

@@ -52,7 +52,6 @@ QXCMS_API int qxcms_dp_spf(char* out, int size, const char* subdir, const char* 
 /// Gives the path of a data file, which need not exist, in two parts.
 /// @param dirOut `size` characters; receives the directory, which ends with a separator.
 /// @param nameOut `size` characters; receives the name with its extension.
-/// @param subdir to be given: without one the directory is that of "QX_CMS:[w.]", which cannot be translated.
 /// @param tree "w" or "r".
 QXCMS_API int qxcms_dp_gp_path(char* dirOut, char* nameOut, int size, const char* subdir, const char* name,
                                const char* ext, const char* tree);

@@ -17,6 +17,9 @@
 /// group begin with an integer that can do no harm (a version, a count), and ask only where a bracket may
 /// stand.
 ///
+/// The bracket that closes the last group of a stream meets its end and sets eofbit: the end is asked for
+/// with `stream.good()`, as a further question sets failbit there.
+///
 /// A stream for both directions is named as one of them: `std::ostream& out = stringStream`.
 ///
 /// Failures show in the state of the stream alone: every function sets failbit where it says so, beside what

@@ -32,6 +32,9 @@ struct LayoutProbe;
 /// such a failure, without a report. The want of memory may be reported or not. An object whose status is not
 /// 0 holds nothing. What the database says of a failure that is not reported stands in `rdb_err`
 /// (platform/resource_database.h); operations that do not fail leave that as it is.
+/// AddTopic, RemoveTopic, AddItem, ChangeIntItem and CopyTopic report through qxcms_rdb_err what they could
+/// not add, remove or change; Search and Save report nothing.
+///
 /// Texts that are handed out belong to the object and are valid until something is added, changed, removed or
 /// saved.
 class QXCMS_API TCacheFile {
@@ -39,13 +42,14 @@ public:
     /// Who is told of a failure, qxcms_rdb_err for one.
     using Reporter = int (*)(const char* message);
 
-    /// Opens the file "<directory><name>"; the directory brings its separator along. Reports "Cannot Create
-    /// RDB" (status 1) or "Unable to push file <path>" (status 3). @param directory may be null.
+    /// Opens the file "<directory><name>", and waits two seconds at most while others write to it; the
+    /// directory brings its separator along. Reports "Cannot Create RDB" (status 1) or "Unable to push file
+    /// <path>" (status 3). @param directory may be null.
     TCacheFile(const char* name, const char* directory);
 
     /// Opens the file of this path. @param create makes it where it cannot be opened, and opens it after all
-    /// where another was faster; a file that is there already is never written over. Reports as the other
-    /// constructor.
+    /// where another was faster, which may wait once more; a file that is there already is never written
+    /// over. Reports as the other constructor.
     TCacheFile(const char* path, int create);
 
     TCacheFile(const TCacheFile&) = delete;
@@ -91,11 +95,12 @@ public:
 
     /// The next call of ScanTopics gives the first topic.
     void ScanTopicsInit();
-    /// The next topic as it is stored, in the order of addition; never "_internal_", in any letter case.
-    /// @param filter null, or text that the topic must contain. Meant as a prefix: the result begins behind
-    /// as many characters as the filter has, wherever in the topic it was found.
-    /// The scan counts: when the topic that it gave last is removed, it passes over the next one, so that who
-    /// removes topics begins anew each time.
+    /// The next topic as it is stored, in the order of addition; never "_internal_", in any letter case. It
+    /// is passed on with encodeTopic 0, and TCMS_DecodeIllegalCharacters makes the name of it. The scan
+    /// counts: when the topic that it gave last is removed, it passes over the next one, so that who removes
+    /// topics begins anew each time.
+    /// @param filter null, or text that the stored topic must contain. Meant as a prefix: the result begins
+    /// behind as many characters as the filter has, wherever in the topic it was found.
     /// @param restart begins with the first topic. @return null when there is no further one.
     const char* ScanTopics(const char* filter, int restart);
 
@@ -108,8 +113,8 @@ public:
 
     /// Copies a topic (the name as it is stored) with all its items from another file. Where this file has
     /// the topic, its items stay, and those of the same names get the values of the other file.
-    /// @return 0; -1 when the other file has no such topic or something could not be added: what was copied
-    /// by then stays.
+    /// @return 0; -1 when the other file has no such topic, without a report, or something could not be
+    /// added: what was copied by then stays.
     int CopyTopic(const TCacheFile& other, const char* topic);
 
     /// Nothing needs preparation. @return 0.

@@ -121,8 +121,11 @@ std::optional<Specification> split(std::string_view text) {
     const std::size_t closing = text.find(']', directory);
     if (closing == std::string_view::npos)
         return std::nullopt;
-    const Specification parts = {text.substr(0, opening), text.substr(directory, closing - directory),
-                                 text.substr(closing + 1)};
+    Specification parts = {text.substr(0, opening), text.substr(directory, closing - directory),
+                           text.substr(closing + 1)};
+    // "[a.]" is what is left of "[a.b]" without b.
+    if (parts.directory.size() > 1 && parts.directory.ends_with('.'))
+        parts.directory.remove_suffix(1);
     const bool nameless = parts.directory.starts_with('.') || parts.directory.ends_with('.') ||
                           parts.directory.find("..") != std::string_view::npos;
     return nameless ? std::nullopt : std::optional(parts);

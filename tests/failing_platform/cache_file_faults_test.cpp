@@ -199,8 +199,12 @@ void expectNothingWorks(TCacheFile& cache, const std::string& why) {
     EXPECT_EQ(cache.Search("t", "i", &whole, 0, 0, 0), -1);
     EXPECT_EQ(cache.Search("t", "i", &real, 0, 0, 0), -1);
     EXPECT_EQ(cache.Search("t", "i", text, 8, 0, 0), -1);
+    rdb_err = 0;
     EXPECT_EQ(cache.ScanTopics(nullptr, 1), nullptr);
+    EXPECT_NE(rdb_err, 0);
+    rdb_err = 0;
     EXPECT_EQ(cache.ScanItems("t", &value, 1), nullptr);
+    EXPECT_NE(rdb_err, 0);
     EXPECT_EQ(value, nullptr);
     EXPECT_EQ(cache.Save(), -1);
     EXPECT_EQ(source.CopyTopic(cache, "t"), -1);

@@ -297,8 +297,14 @@ TEST(logicalPaths, textOfAnotherForm_isAPlainPath) {
     const Definition root("QX_TEST", "/data");
     for (const char* const plain :
          {"QX_TEST:name", "QX_TEST:[a", "QX_TEST:[a.b", "QX_TEST", "QX_TEST[a]b", ":[a]b", "QX_TEST:[.a]b",
-          "QX_TEST:[a.]b", "QX_TEST:[a..b]c", "QX_TEST:[.]b", "QX_TEST: [a]b"})
+          "QX_TEST:[a..]b", "QX_TEST:[a..b]c", "QX_TEST:[.]b", "QX_TEST: [a]b"})
         EXPECT_EQ(path(plain), plain);
+}
+
+TEST(logicalPaths, pointBehindTheLastDirectory_countsForNothing) {
+    const Definition root("QX_TEST", "/data");
+    EXPECT_EQ(path("QX_TEST:[a.]b"), "/data/a/b");
+    EXPECT_EQ(path("QX_TEST:[a.b.]"), "/data/a/b/");
 }
 
 TEST(logicalPaths, textWithAPathSeparator_isAPlainPath) {

@@ -250,7 +250,7 @@ TEST_F(dataPaths, rootWithoutATranslation_givesNoPathAndNoReport) {
 TEST_F(dataPaths, specificationThatNamesNoDirectory_hasNoPathAndNoReport) {
     fs::create_directories(folder.path("w/ill/old"));
     put("w/ill/old/d65.ill");
-    for (const char* const subdir : {"ill/old", "ill.", ".ill", "ill..old", "."}) {
+    for (const char* const subdir : {"ill/old", "ill..", ".ill", "ill..old", "."}) {
         EXPECT_EQ(qxcms_dp_gp(out, sizeof out, subdir, "d65", "ill", "w"), -1) << subdir;
         EXPECT_STREQ(out, "");
         EXPECT_EQ(qxcms_dp_sf(out, sizeof out, subdir, "d65", "ill"), -1) << subdir;
@@ -272,11 +272,10 @@ TEST_F(dataPaths, specificationThatNamesNoDirectory_hasNoPathAndNoReport) {
 TEST_F(dataPaths, specificationThatNamesNoDirectory_isNoFileOfTheWorkingDirectory) {
     const fs::path before = fs::current_path();
     fs::current_path(folder.path());
-    put("QX_CMS:[w.]d65.ill");
-    put("QX_CMS:[w.ill.]d65.ill");
-    EXPECT_EQ(qxcms_dp_sf_path(out, name, sizeof out, nullptr, "d65", "ill"), -1);
-    EXPECT_EQ(qxcms_dp_sf(out, sizeof out, "ill.", "d65", "ill"), -1);
-    EXPECT_EQ(qxcms_dp_spf(out, sizeof out, "ill.", "d65", "ill"), -1);
+    put("QX_CMS:[w..ill]d65.ill");
+    EXPECT_EQ(qxcms_dp_sf_path(out, name, sizeof out, ".ill", "d65", "ill"), -1);
+    EXPECT_EQ(qxcms_dp_sf(out, sizeof out, ".ill", "d65", "ill"), -1);
+    EXPECT_EQ(qxcms_dp_spf(out, sizeof out, ".ill", "d65", "ill"), -1);
     fs::current_path(before);
 }
 
@@ -458,14 +457,31 @@ TEST_F(dataPaths, parts_areDirectoryAndName) {
     EXPECT_THAT(reports.errors, IsEmpty());
 }
 
-TEST_F(dataPaths, partsWithoutASubdirectory_haveNoPath) {
-    put("w/d65.ill");
+TEST_F(dataPaths, partsWithoutASubdirectory_areThoseOfTheTree) {
+    put("r/d65.ill");
     for (const char* const none : {static_cast<const char*>(nullptr), ""}) {
-        EXPECT_EQ(qxcms_dp_gp_path(out, name, sizeof out, none, "d65", "ill", "w"), -1);
-        EXPECT_STREQ(out, "");
-        EXPECT_EQ(qxcms_dp_sf_path(out, name, sizeof out, none, "d65", "ill"), -1);
+        EXPECT_EQ(qxcms_dp_gp_path(out, name, sizeof out, none, "d65", "ill", "w"), 0);
+        EXPECT_EQ(out, folder.path("w/"));
+        EXPECT_STREQ(name, "d65.ill");
+        EXPECT_EQ(qxcms_dp_sf_path(out, name, sizeof out, none, "d65", "ill"), 0);
+        EXPECT_EQ(out, folder.path("r/"));
+        EXPECT_STREQ(name, "d65.ill");
     }
     EXPECT_THAT(reports.errors, IsEmpty());
+}
+
+TEST_F(dataPaths, wrongExtension_isReportedBeforeAPathIsLookedFor) {
+    std::strcpy(qxcms_dp_get_main(), "QX_OTHER");
+    std::string directory = "before";
+    std::string file = "before";
+    directory.resize(100);
+    file.resize(100);
+    EXPECT_EQ(qxcms_dp_gp_path(directory.data(), file.data(), 100, "ill", "d65.txt", "ill", "w"), -1);
+    EXPECT_EQ(qxcms_dp_sf_path(directory.data(), file.data(), 100, "ill", "d65.txt", "ill"), -1);
+    const Report report = reported("qxcms_dp_gp_path : File d65.txt has wrong extension, should be ill", 331);
+    EXPECT_THAT(reports.errors, ElementsAre(report, report));
+    EXPECT_STREQ(directory.c_str(), "before");
+    EXPECT_STREQ(file.c_str(), "before");
 }
 
 TEST_F(dataPaths, partsThatJustFit_areDeliveredAndLongerOnesNot) {

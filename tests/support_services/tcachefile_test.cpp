@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/resource_database.h"
+#include "support/file_name_escaping.h"
 #include "support/tcachefile.h"
 #include "tests/support/reports.h"
 #include "tests/support/resource_files.h"
@@ -140,8 +141,14 @@ TEST_F(cacheFile, goodRun_leavesNoError) {
     rdb_err = 0;
     TCacheFile made(scratch.path("made").c_str(), 1);
     EXPECT_EQ(rdb_err, 0) << "made";
+    EXPECT_THAT(topicsOf(made), IsEmpty());
+    EXPECT_EQ(rdb_err, 0) << "no topics";
     ASSERT_EQ(made.AddTopic("a", 0), 0);
     EXPECT_EQ(rdb_err, 0) << "new topic";
+    EXPECT_THAT(itemsOf(made, "a"), IsEmpty());
+    EXPECT_EQ(rdb_err, 0) << "no items";
+    ASSERT_EQ(cache.CopyTopic(made, "a"), 0);
+    EXPECT_EQ(rdb_err, 0) << "copied without items";
     ASSERT_EQ(made.AddItem("a", "i", "x", 0, 0), 0);
     EXPECT_EQ(rdb_err, 0) << "new item";
     ASSERT_EQ(made.ChangeIntItem("a", "n", 1, 0, 9, 0), 0);
@@ -173,6 +180,22 @@ TEST_F(cacheFile, fileOfAnotherKind_isNeitherOpenedNorWrittenOver) {
     EXPECT_EQ(TCacheFile(foreign.c_str(), 1).GetStatus(), 3);
     EXPECT_EQ(ScratchFolder::read(foreign), "not a resource file\n");
     EXPECT_THAT(reports.errors, ElementsAre(Report{"Unable to push file " + foreign, "tcachefile", 0}));
+}
+
+// What a scan gives is stored already: escaping it once more would find nothing.
+TEST_F(cacheFile, escapedTopics_areFoundAgainAsAScanGivesThem) {
+    ASSERT_EQ(cache.AddTopic("Ink 50%", 1), 0);
+    ASSERT_EQ(cache.AddItem("Ink 50%", "runs", 7, 1), 0);
+    EXPECT_STREQ(cache.ScanTopics("Ink%20", 1), "50%25");
+    EXPECT_EQ(cache.ScanTopics("Ink ", 1), nullptr);
+    const std::string stored = topicsOf(cache).back();
+    int runs = 0;
+    EXPECT_EQ(cache.Search(stored.c_str(), "runs", &runs, 0, 0, 0), 0);
+    EXPECT_EQ(runs, 7);
+    EXPECT_EQ(cache.Search(stored.c_str(), "runs", &runs, 0, 1, 0), -1);
+    char name[12];
+    EXPECT_EQ(TCMS_DecodeIllegalCharacters(stored.c_str(), name), 1);
+    EXPECT_STREQ(name, "Ink 50%");
 }
 
 TEST_F(cacheFile, whatIsNotSaved_isLost) {
