@@ -97,13 +97,13 @@ format:
 check-format: setup-checks
 	clang-format --dry-run --Werror $(SOURCES)
 
-# TIDY_MODE=deep lets the analyzer follow calls further, in twice the time.
-TIDY_MODE ?= shallow
+# How far the analyzer follows the paths through a function; its own limit of 225000 takes twice the time.
+TIDY_NODES ?= 20000
 
 check-tidy: setup-checks build/release/Makefile
 	printf '%s\n' $(filter-out tests/% bench/% fuzz/%,$(filter %.cpp,$(SOURCES))) | \
 	    xargs -P $(JOBS) -n 4 clang-tidy --quiet -p build/release --extra-arg=-Wno-unknown-warning-option \
-	    --extra-arg=-Xclang --extra-arg=-analyzer-config --extra-arg=-Xclang --extra-arg=mode=$(TIDY_MODE)
+	    --extra-arg=-Xclang --extra-arg=-analyzer-config --extra-arg=-Xclang --extra-arg=max-nodes=$(TIDY_NODES)
 
 clean:
 	rm -rf build
