@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstddef>
@@ -84,6 +85,14 @@ protected:
         ASSERT_NE(ScratchFolder::read(path), ScratchFolder::read(saved));
     }
 
+    // Leaves what there is when the file was deleted after that.
+    void leaveTheJournalOnly() {
+        interrupt();
+        fs::remove(path);
+    }
+
+    std::string folderName() const { return fs::path(folder.path()).filename().string(); }
+
     // Runs an operation in processes that are killed before their first call that changes a file, their
     // second, and so on until one comes to its end. @return how many were killed.
     static int killAtEveryCall(const std::function<void()>& prepare, const std::function<void()>& operation,
@@ -162,11 +171,61 @@ TEST_F(resourceInterruptions, creationBesideALeftoverJournal_killedAnywhere_isWh
         [&] {
             if (!fs::exists(path)) {
                 EXPECT_NE(OpenDatabase().create(path), nullptr);
+                EXPECT_FALSE(fs::exists(path + "-journal"));
             }
             EXPECT_THAT(contentOfResourceFile(path), IsEmpty());
-            EXPECT_FALSE(fs::exists(path + "-journal"));
+            EXPECT_THAT(ScratchFolder::read(path + "-journal"), IsEmpty());
         });
-    EXPECT_GT(killed, 3);
+    EXPECT_GT(killed, 10);
+    EXPECT_FALSE(fs::exists(path + "-journal"));
+}
+
+// A power cut would bring the journal back, and it would be taken for that of the new file; or take the name
+// of that away.
+TEST_F(resourceInterruptions, creationBesideALeftoverJournal_bringsEveryStepToTheDisk) {
+    leaveTheJournalOnly();
+    Lines seen;
+    {
+        OpenDatabase database;
+        const SystemCalls calls([&](const std::string& call, const std::string& file) {
+            // Those of the file while it has no name yet are SQLite's own.
+            if (!file.starts_with('.'))
+                seen.push_back(call + " " + file);
+            return 0;
+        });
+        EXPECT_NE(database.create(path), nullptr);
+    }
+    const auto first = std::find(seen.begin(), seen.end(), "truncate file-journal");
+    EXPECT_THAT(Lines(first, seen.end()),
+                ElementsAre("truncate file-journal", "sync file-journal", "link file", "unlink file-journal",
+                            "sync " + folderName()));
+}
+
+// Whoever wrote to the new file before that would have the journal of its own removed.
+TEST_F(resourceInterruptions, creationBesideALeftoverJournal_letsOthersWriteOnlyAfterItsRemoval) {
+    leaveTheJournalOnly();
+    SharedMemory shared;
+    Child creator([&] {
+        OpenDatabase database;
+        const SystemCalls calls([&](const std::string& call, const std::string& file) {
+            if (call == "unlink" && file == "file-journal") {
+                shared->ready = 1;
+                usleep(200000);
+                shared->go = 1;
+            }
+            return 0;
+        });
+        shared->answers[0] = database.create(path) != nullptr ? 1 : 0;
+    });
+    waitFor([&] { return shared->ready == 1; });
+    OpenDatabase other;
+    EXPECT_NE(other.push(path), nullptr);
+    EXPECT_EQ(other.addTopic("added"), 1);
+    EXPECT_EQ(other.flush(), 1);
+    EXPECT_EQ(shared->go, 1) << "it has not waited";
+    creator.end();
+    EXPECT_EQ(shared->answers[0], 1);
+    EXPECT_THAT(contentOfResourceFile(path), ElementsAre("added"));
 }
 
 TEST_F(resourceInterruptions, flush_whoseCallsFail_changesNothingAndIsDoneLater) {
@@ -181,8 +240,12 @@ TEST_F(resourceInterruptions, flush_whoseCallsFail_changesNothingAndIsDoneLater)
             int flushed = 0;
             int made = 0;
             {
-                const SystemCalls calls(
-                    [&](const std::string&, const std::string&) { return made++ == failing ? error : 0; });
+                const SystemCalls calls([&](const std::string& call, const std::string& file) {
+                    // When only the folder is not brought to the disk, a flush fails that is done.
+                    if (call == "sync" && file == folderName())
+                        return 0;
+                    return made++ == failing ? error : 0;
+                });
                 flushed = database.flush();
             }
             happened = made > failing;
@@ -304,9 +367,9 @@ TEST_F(resourceInterruptions, flush_endsWithTheFolderWithoutTheJournalOnTheDisk)
         });
         EXPECT_EQ(database.flush(), 1);
     }
-    ASSERT_GT(seen.size(), 2u);
-    EXPECT_EQ(seen.end()[-2], "unlink file-journal");
-    EXPECT_EQ(seen.end()[-1], "openFolder file-journal");
+    ASSERT_GT(seen.size(), 3u);
+    EXPECT_THAT(Lines(seen.end() - 3, seen.end()),
+                ElementsAre("unlink file-journal", "openFolder file-journal", "sync " + folderName()));
 }
 
 TEST_F(resourceInterruptions, fileOfAnotherKindThatHasTakenThePlace_isNotRecoveredByAFlush) {

@@ -1,4 +1,4 @@
-// What SQLite asks the system for, watched by a test.
+// What SQLite and the bundled platform ask the system for, watched by a test.
 #pragma once
 
 #include <fcntl.h>
@@ -14,10 +14,13 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/disk.h"
+
 namespace qxcms::tests {
 
-/// Shows a test the calls of this process that change files and folders: "write", "truncate", "unlink", and
-/// "openFolder", which is how SQLite begins to bring a folder to the disk. There is one at a time.
+/// Shows a test the calls of this process that change files and folders: "write" of SQLite alone, "truncate",
+/// "link", "unlink", "sync", which brings a file or folder to the disk, and "openFolder", which is how SQLite
+/// begins to do that with a folder. There is one at a time.
 class SystemCalls {
 public:
     /// Told of a call and of the name of its file before it happens. @return an error that the call is to
@@ -26,17 +29,20 @@ public:
 
     explicit SystemCalls(Watcher told) {
         watcher() = std::move(told);
+        diskWatcher = &fails;
         sqlite3_vfs* const vfs = sqlite3_vfs_find(nullptr);
         openFolder() = reinterpret_cast<decltype(&folderOpened)>(vfs->xGetSystemCall(vfs, "openDirectory"));
         replace("pwrite", reinterpret_cast<sqlite3_syscall_ptr>(&written));
         replace("pwrite64", reinterpret_cast<sqlite3_syscall_ptr>(&written));
-        replace("ftruncate", reinterpret_cast<sqlite3_syscall_ptr>(&truncated));
-        replace("unlink", reinterpret_cast<sqlite3_syscall_ptr>(&unlinked));
+        // By whatever name SQLite would call them, these are the program's own.
+        replace("ftruncate", reinterpret_cast<sqlite3_syscall_ptr>(&ftruncate));
+        replace("unlink", reinterpret_cast<sqlite3_syscall_ptr>(&unlink));
         replace("openDirectory", reinterpret_cast<sqlite3_syscall_ptr>(&folderOpened));
     }
     ~SystemCalls() {
         for (const char* const call : {"pwrite", "pwrite64", "ftruncate", "unlink", "openDirectory"})
             replace(call, nullptr);
+        diskWatcher = nullptr;
     }
     SystemCalls(const SystemCalls&) = delete;
     SystemCalls& operator=(const SystemCalls&) = delete;
@@ -52,17 +58,10 @@ private:
             errno = error;
         return error != 0;
     }
-    static std::filesystem::path nameOf(int descriptor) {
-        return std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(descriptor));
-    }
 
     static ssize_t written(int descriptor, const void* bytes, size_t size, off_t offset) {
-        return fails("write", nameOf(descriptor)) ? -1 : pwrite(descriptor, bytes, size, offset);
+        return fails("write", pathOf(descriptor)) ? -1 : pwrite(descriptor, bytes, size, offset);
     }
-    static int truncated(int descriptor, off_t size) {
-        return fails("truncate", nameOf(descriptor)) ? -1 : ftruncate(descriptor, size);
-    }
-    static int unlinked(const char* path) { return fails("unlink", path) ? -1 : unlink(path); }
     static int folderOpened(const char* fileInIt, int* descriptor) {
         return fails("openFolder", fileInIt) ? SQLITE_CANTOPEN : openFolder()(fileInIt, descriptor);
     }
