@@ -25,7 +25,7 @@ QXCMS_API int deflognam(const char* name, const char* value);
 
 /// Translates a specification into a path: "root:[a.b]name.ext" becomes "<root>/a/b/name.ext", "root:[a.b]"
 /// becomes "<root>/a/b/", and "[a.]" is as "[a]"; any other text is a plain path and is copied. The result of
-/// a specification must not be that text itself: the searches for data files take it for one without a path.
+/// the first two must not be the text itself: the searches for data files take it for one without a path.
 /// @return 0, or -1 when the root has no translation or the path does not fit `size` characters.
 QXCMS_API int fport(char* out, int size, const char* specification);
 

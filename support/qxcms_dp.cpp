@@ -30,7 +30,7 @@ constexpr int kNotFound = -10;
 constexpr const char* kModule = "qxcms_dp";
 constexpr int kSearchLine = 87;
 constexpr int kSearchInTreeLine = 138;
-constexpr int kSearchOfSpecificationLine = 186;
+constexpr int kSearchOfLogicalPathLine = 186;
 constexpr int kSearchOfPartsLine = 231;
 constexpr int kExtensionLine = 283;
 constexpr int kExtensionOfPartsLine = 331;
@@ -98,13 +98,13 @@ int reportNotFound(const DataFile& file, std::string_view function, int line) {
 
 /// Kept on purpose: the report names qxcms_dp_gp also where qxcms_dp_gpp was called
 /// (dataPaths.wrongExtension_isReportedInOneNameByAll).
-std::optional<std::string> specificationOf(const DataFile& file, const char* tree) {
+std::optional<std::string> logicalPathOf(const DataFile& file, const char* tree) {
     if (!hasExtensionAskedFor(file, "qxcms_dp_gp", kExtensionLine))
         return std::nullopt;
-    std::string specification = std::string(mainName) + ":[" + tree;
+    std::string logicalPath = std::string(mainName) + ":[" + tree;
     if (!file.subdir.empty())
-        specification += '.' + file.subdir;
-    return specification + ']' + file.fullName();
+        logicalPath += '.' + file.subdir;
+    return logicalPath + ']' + file.fullName();
 }
 
 /// Copies a text with its terminator. @return 0, or -1 with an empty text when it does not fit.
@@ -117,10 +117,10 @@ int deliver(std::string_view text, char* out, int size) {
     return 0;
 }
 
-int translate(const std::string& specification, char* out, int size) {
-    if (fport(out, size, specification.c_str()) != 0)
+int translate(const std::string& logicalPath, char* out, int size) {
+    if (fport(out, size, logicalPath.c_str()) != 0)
         return kNoPath;
-    if (specification != out)
+    if (logicalPath != out)
         return 0;
     // What names no directory is copied as a plain path: a name in the working directory, which nobody meant.
     out[0] = '\0';
@@ -128,8 +128,8 @@ int translate(const std::string& specification, char* out, int size) {
 }
 
 int pathOf(const DataFile& file, const char* tree, char* out, int size) {
-    const std::optional<std::string> specification = specificationOf(file, tree);
-    return specification ? translate(*specification, out, size) : kNoPath;
+    const std::optional<std::string> logicalPath = logicalPathOf(file, tree);
+    return logicalPath ? translate(*logicalPath, out, size) : kNoPath;
 }
 
 /// Kept on purpose: without a subdirectory the point stays, which changes nothing
@@ -186,18 +186,18 @@ int search(const DataFile& file, std::span<const char* const> trees, int line, c
     return reportNotFound(file, "qxcms_dp_sf", line);
 }
 
-int searchSpecification(const DataFile& file, char* out, int size) {
+int searchLogicalPath(const DataFile& file, char* out, int size) {
     for (const char* const tree : kTrees) {
-        const std::optional<std::string> specification = specificationOf(file, tree);
+        const std::optional<std::string> logicalPath = logicalPathOf(file, tree);
         char path[QXCMS_LOGNAM_SIZE];
-        if (!specification || deliver(*specification, out, size) != 0 ||
-            translate(*specification, path, sizeof path) != 0)
+        if (!logicalPath || deliver(*logicalPath, out, size) != 0 ||
+            translate(*logicalPath, path, sizeof path) != 0)
             return kNoPath;
         if (opensForReading(path))
             return 0;
     }
     // Kept on purpose: the report names qxcms_dp_sf (dataPaths.fileInNoTree_isReportedInTheNameOfSf).
-    return reportNotFound(file, "qxcms_dp_sf", kSearchOfSpecificationLine);
+    return reportNotFound(file, "qxcms_dp_sf", kSearchOfLogicalPathLine);
 }
 
 int searchParts(const DataFile& file, char* dirOut, char* nameOut, int size) {
@@ -233,8 +233,8 @@ int qxcms_dp_gpp(char* out, int size, const char* subdir, const char* name, cons
     if (!isRoom(out, size) || name == nullptr || tree == nullptr)
         return kNoPath;
     return guarded(kNoPath, [&] {
-        const std::optional<std::string> specification = specificationOf(DataFile(subdir, name, ext), tree);
-        return specification ? deliver(*specification, out, size) : kNoPath;
+        const std::optional<std::string> logicalPath = logicalPathOf(DataFile(subdir, name, ext), tree);
+        return logicalPath ? deliver(*logicalPath, out, size) : kNoPath;
     });
 }
 
@@ -265,7 +265,7 @@ int qxcms_dp_sfd(char* out, int size, const char* subdir, const char* name, cons
 int qxcms_dp_spf(char* out, int size, const char* subdir, const char* name, const char* ext) {
     if (!isRoom(out, size) || name == nullptr)
         return kNoPath;
-    return guarded(kNoPath, [&] { return searchSpecification(DataFile(subdir, name, ext), out, size); });
+    return guarded(kNoPath, [&] { return searchLogicalPath(DataFile(subdir, name, ext), out, size); });
 }
 
 int qxcms_dp_gp_path(char* dirOut, char* nameOut, int size, const char* subdir, const char* name,

@@ -1,17 +1,17 @@
 /// @file
-/// Where the data files stand: specifications below the main logical name, their paths, and that name itself.
+/// Where the data files stand: logical paths below the main logical name, their paths, and that name itself.
 ///
 /// A data file "<name>.<ext>" stands in a subdirectory of one of two trees below the main logical name, which
 /// is "QX_CMS" at first: "w", what was written on this machine, and "r", what came with the suite. Its
-/// specification is "QX_CMS:[w.subdir]name.ext"; fport makes a path of it. What the functions have in common:
+/// logical path is "QX_CMS:[w.subdir]name.ext"; fport makes a path of it. What the functions have in common:
 ///
 /// - subdir and ext may be null or empty; an extension is appended only to a name without a ".".
 /// - subdir may be several levels with a "." between them ("ill.old"). A "/" in the main logical name, subdir
-///   or name, and an empty level, make a specification that cannot be translated.
+///   or name, and an empty level, make a logical path that cannot be translated.
 /// - What follows the first "." of a name must be ext, in either case of the letters, when that is given.
 /// - size is that of the buffer, the terminator included; nothing is written beyond it. The texts that a
 ///   function is given may stand in the buffers that it writes, unless it says otherwise.
-/// - The result is 0; -10 when there is no such file; -1 when a specification could not be built or
+/// - The result is 0; -10 when there is no such file; -1 when a logical path could not be built or
 ///   translated, did not fit, lacks an argument, or there is no memory.
 /// - A wrong extension, and a file that was not found, are reported once, as an error of the module
 ///   "qxcms_dp" of 255 characters at most. Nothing else is reported unless it says so.
@@ -28,7 +28,7 @@ extern "C" {
 /// The size of the buffer that holds the main logical name.
 enum { QXCMS_DP_MAIN_SIZE = 129 };
 
-/// Gives the specification of a data file.
+/// Gives the logical path of a data file.
 /// @param tree "w" or "r".
 QXCMS_API int qxcms_dp_gpp(char* out, int size, const char* subdir, const char* name, const char* ext,
                            const char* tree);
@@ -46,7 +46,7 @@ QXCMS_API int qxcms_dp_sf(char* out, int size, const char* subdir, const char* n
 QXCMS_API int qxcms_dp_sfd(char* out, int size, const char* subdir, const char* name, const char* ext,
                            const char* tree);
 
-/// As qxcms_dp_sf, but gives the specification instead of the path.
+/// As qxcms_dp_sf, but gives the logical path instead of the path.
 QXCMS_API int qxcms_dp_spf(char* out, int size, const char* subdir, const char* name, const char* ext);
 
 /// Gives the path of a data file, which need not exist, in two parts.

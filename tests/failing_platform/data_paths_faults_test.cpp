@@ -75,7 +75,7 @@ TEST_F(dataPathFaults, nameWithATranslation_isTakenWhateverTheAnswer) {
     EXPECT_EQ(platform().errors.size(), 1u);
 }
 
-TEST_F(dataPathFaults, specification_needsNoPath) {
+TEST_F(dataPathFaults, logicalPath_needsNoPath) {
     platform().pathAnswer = -1;
     char out[64] = "";
     EXPECT_EQ(qxcms_dp_gpp(out, sizeof out, "ill", "d65", "ill", "w"), 0);

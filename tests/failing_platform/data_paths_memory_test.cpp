@@ -51,16 +51,15 @@ protected:
     ScratchFolder folder;
     const std::string directory = folder.path("w/a longer subdirectory/");
     const std::string path = directory + "a longer name.ill";
-    const std::string specification = "QX_CMS:[w.a longer subdirectory]a longer name.ill";
+    const std::string logicalPath = "QX_CMS:[w.a longer subdirectory]a longer name.ill";
     char name[QXCMS_LOGNAM_SIZE] = "";
 };
 
 using dataPathMemory = DataPathMemory;
 
-TEST_F(dataPathMemory, specificationWithoutMemory_isNone) {
-    expectTheAnswerOrNone(specification, [](char* out, int size) {
-        return qxcms_dp_gpp(out, size, kSubdir, kName, "ill", "w");
-    });
+TEST_F(dataPathMemory, logicalPathWithoutMemory_isNone) {
+    expectTheAnswerOrNone(
+        logicalPath, [](char* out, int size) { return qxcms_dp_gpp(out, size, kSubdir, kName, "ill", "w"); });
 }
 
 TEST_F(dataPathMemory, pathWithoutMemory_isNone) {
@@ -76,7 +75,7 @@ TEST_F(dataPathMemory, searchWithoutMemory_doesNotFindTheFileOfTheOtherTree) {
                           [](char* out, int size) { return qxcms_dp_sf(out, size, kSubdir, kName, "ill"); });
     expectTheAnswerOrNone(
         path, [](char* out, int size) { return qxcms_dp_sfd(out, size, kSubdir, kName, "ill", nullptr); });
-    expectTheAnswerOrNone(specification,
+    expectTheAnswerOrNone(logicalPath,
                           [](char* out, int size) { return qxcms_dp_spf(out, size, kSubdir, kName, "ill"); });
     expectTheAnswerOrNone(directory, [this](char* out, int size) {
         return qxcms_dp_sf_path(out, name, size, kSubdir, kName, "ill");

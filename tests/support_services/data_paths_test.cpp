@@ -1,4 +1,4 @@
-// Data files below the main logical name: specifications, paths, searches in both trees, and the name itself.
+// Data files below the main logical name: logical paths, paths, searches in both trees, and the name itself.
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -59,9 +59,9 @@ protected:
 using dataPaths = DataFolder;
 using dataRoot = DataFolder;
 
-// Specifications.
+// Logical paths.
 
-TEST_F(dataPaths, specification_namesRootTreeSubdirectoryNameAndExtension) {
+TEST_F(dataPaths, logicalPath_namesRootTreeSubdirectoryNameAndExtension) {
     EXPECT_EQ(qxcms_dp_gpp(out, sizeof out, "ill", "d65", "ill", "w"), 0);
     EXPECT_STREQ(out, "QX_CMS:[w.ill]d65.ill");
     EXPECT_EQ(qxcms_dp_gpp(out, sizeof out, "a.b", "d65", "ill", "r"), 0);
@@ -69,14 +69,14 @@ TEST_F(dataPaths, specification_namesRootTreeSubdirectoryNameAndExtension) {
     EXPECT_THAT(reports.errors, IsEmpty());
 }
 
-TEST_F(dataPaths, specificationWithoutASubdirectory_namesTheTreeAlone) {
+TEST_F(dataPaths, logicalPathWithoutASubdirectory_namesTheTreeAlone) {
     for (const char* const none : {static_cast<const char*>(nullptr), ""}) {
         EXPECT_EQ(qxcms_dp_gpp(out, sizeof out, none, "d65", "ill", "r"), 0);
         EXPECT_STREQ(out, "QX_CMS:[r]d65.ill");
     }
 }
 
-TEST_F(dataPaths, specificationWithoutAnExtension_endsWithTheName) {
+TEST_F(dataPaths, logicalPathWithoutAnExtension_endsWithTheName) {
     for (const char* const none : {static_cast<const char*>(nullptr), ""}) {
         EXPECT_EQ(qxcms_dp_gpp(out, sizeof out, "ill", "d65", none, "w"), 0);
         EXPECT_STREQ(out, "QX_CMS:[w.ill]d65");
@@ -156,13 +156,13 @@ TEST_F(dataPaths, reports_areCutAt255Characters) {
     EXPECT_EQ(reports.errors[2].message, "qxcms_dp_sf : file " + std::string(236, 'n'));
 }
 
-TEST_F(dataPaths, specificationThatJustFits_isDelivered) {
-    char text[] = "######################"; // 21 characters of the specification, and one
+TEST_F(dataPaths, logicalPathThatJustFits_isDelivered) {
+    char text[] = "######################"; // 21 characters of the logical path, and one
     EXPECT_EQ(qxcms_dp_gpp(text, 22, "ill", "d65", "ill", "w"), 0);
     EXPECT_STREQ(text, "QX_CMS:[w.ill]d65.ill");
 }
 
-TEST_F(dataPaths, specificationThatDoesNotFit_leavesAnEmptyTextAndNoReport) {
+TEST_F(dataPaths, logicalPathThatDoesNotFit_leavesAnEmptyTextAndNoReport) {
     for (int size = 1; size < 22; ++size) {
         std::string text(30, '#');
         EXPECT_EQ(qxcms_dp_gpp(text.data(), size, "ill", "d65", "ill", "w"), -1);
@@ -226,8 +226,8 @@ TEST_F(dataPaths, pathThatJustFits_isDeliveredAndALongerOneNot) {
     EXPECT_THAT(reports.errors, IsEmpty());
 }
 
-TEST_F(dataPaths, specificationLongerThanAPath_isStillTranslated) {
-    // The specification itself is never cut: it is the path that has to fit.
+TEST_F(dataPaths, logicalPathLongerThanAPath_isStillTranslated) {
+    // The logical path itself is never cut: it is the path that has to fit.
     const std::string longName(5000, 'n');
     std::string text(6000, '#');
     EXPECT_EQ(qxcms_dp_gp(text.data(), 6000, "ill", longName.c_str(), "ill", "w"), 0);
@@ -247,7 +247,7 @@ TEST_F(dataPaths, rootWithoutATranslation_givesNoPathAndNoReport) {
     EXPECT_THAT(reports.errors, IsEmpty());
 }
 
-TEST_F(dataPaths, specificationThatNamesNoDirectory_hasNoPathAndNoReport) {
+TEST_F(dataPaths, logicalPathThatNamesNoDirectory_hasNoPathAndNoReport) {
     fs::create_directories(folder.path("w/ill/old"));
     put("w/ill/old/d65.ill");
     for (const char* const subdir : {"ill/old", "ill..", ".ill", "ill..old", "."}) {
@@ -269,7 +269,7 @@ TEST_F(dataPaths, specificationThatNamesNoDirectory_hasNoPathAndNoReport) {
     EXPECT_THAT(reports.errors, IsEmpty());
 }
 
-TEST_F(dataPaths, specificationThatNamesNoDirectory_isNoFileOfTheWorkingDirectory) {
+TEST_F(dataPaths, logicalPathThatNamesNoDirectory_isNoFileOfTheWorkingDirectory) {
     const fs::path before = fs::current_path();
     fs::current_path(folder.path());
     put("QX_CMS:[w..ill]d65.ill");
@@ -433,7 +433,7 @@ TEST_F(dataPaths, searchWithoutRoomForThePath_findsNothingAndReportsNothing) {
     EXPECT_THAT(reports.errors, IsEmpty());
 }
 
-TEST_F(dataPaths, specificationOfAFoundFile_needsNoRoomForItsPath) {
+TEST_F(dataPaths, logicalPathOfAFoundFile_needsNoRoomForItsPath) {
     put("w/ill/d65.ill");
     char text[22];
     ASSERT_GT(folder.path("w/ill/d65.ill").size(), sizeof text);
@@ -537,7 +537,7 @@ TEST_F(dataPaths, fileThatOpensForReadingAlone_isAFile) {
 }
 #endif
 
-TEST_F(dataPaths, specification_isNoPath) {
+TEST_F(dataPaths, logicalPath_isNoPath) {
     put("w/ill/d65.ill");
     EXPECT_EQ(qxcms_dp_ffspec("QX_CMS:[w.ill]d65.ill"), 0);
 }
